@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+
+#include "hostapi/hostapi.h"
+
+namespace standin {
+
+// What a host claims to be and which services it has: everything by which hosts differ for the
+// effect is a field here. A plain value, fixed while the host lives.
+struct HostOffer {
+    A_long applId = kAppID_FXTC;
+    PF_SpecVersion version{13, 29};
+    bool renderEngine = false;  // runs without a user interface
+
+    bool basicSuite = true;  // off: pica_basicP is null
+    bool handleSuite = true;
+    bool worldSuite1 = true;
+    bool worldSuite2 = true;
+    bool fillMatteSuite = true;
+    bool worldTransformSuite = true;
+    bool paramUtilsSuite = true;
+    bool appSuite = true;
+
+    // How worlds lie in memory. Guards stand before and behind the pixels and are checked; without
+    // them an address sanitiser sees the first byte too many instead.
+    int rowPadding = 0;        // bytes behind each row
+    int guardBytes = 64;       // a multiple of 16
+    bool shiftPixels = false;  // start of the pixels at 4 past a multiple of 16
+
+    // Handle memory moves when its last lock goes, so that no address is kept past it.
+    bool moveUnlockedHandles = false;
+
+    // Path of the module as the host tells it; empty: the file that was loaded.
+    std::string modulePath;
+    // The host's main window; null: the stand-in's dialog record.
+    void* mainWindow = nullptr;
+
+    // A host so old that it has neither the newer world suite nor the settings file's rules.
+    static HostOffer old() {
+        HostOffer offer;
+        offer.version = {12, 11};
+        offer.worldSuite2 = false;
+        return offer;
+    }
+};
+
+}  // namespace standin
