@@ -41,11 +41,12 @@ EffectWorldPtr& EffectWorldPtr::operator=(EffectWorldPtr other) noexcept {
 
 std::int32_t EffectWorldPtr::release() noexcept {
     if (holder == nullptr) return -1;
-    if (--holder->refCount > 0) return holder->refCount;
+    WorldHolder* const held = std::exchange(holder, nullptr);
     // A world that the host never made is not given back to it.
-    if (world != nullptr) disposeOf(*holder);
-    delete std::exchange(holder, nullptr);
-    world = nullptr;
+    const bool made = std::exchange(world, nullptr) != nullptr;
+    if (--held->refCount > 0) return held->refCount;
+    if (made) disposeOf(*held);
+    delete held;
     return 0;
 }
 

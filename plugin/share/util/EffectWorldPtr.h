@@ -29,8 +29,8 @@ class EffectWorldPtr {
     EffectWorldPtr& operator=(EffectWorldPtr other) noexcept;
     ~EffectWorldPtr() { release(); }
 
-    // Gives this handle's reference back. Returns how many are left; 0 when the world was
-    // disposed of, and the pointers are null then; -1 when there was no holder.
+    // Gives this handle's reference back and empties the handle. Returns how many are left; 0 when
+    // the world was disposed of; -1 when there was no holder.
     std::int32_t release() noexcept;
 
     WorldHolder* holder = nullptr;
