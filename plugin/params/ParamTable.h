@@ -13,11 +13,11 @@
 namespace streakfall {
 
 // The object of each id, or null; owns the objects.
-extern std::array<const BaseParam*, kParamIdLimit> paramRegistry;
+extern std::array<BaseParam*, kParamIdLimit> paramRegistry;
 
 // The object of each host index; owns nothing. Element 0, the effect's input layer, is null, and
 // so is everything behind the last parameter, which ends a walk.
-extern std::array<const BaseParam*, kParamIdLimit + 1> paramsByIndex;
+extern std::array<BaseParam*, kParamIdLimit + 1> paramsByIndex;
 
 // The host index that the next object takes. Building does not reset it, destroying puts it back
 // to 1.

@@ -1,0 +1,56 @@
+#include "params/Settings.h"
+
+#include <cstdio>
+#include <string_view>
+
+#include "params/Numbers.h"
+#include "params/ProductVersion.h"
+#include "platform/Platform.h"
+
+namespace streakfall {
+
+constinit char settingsSection[128] = {};
+
+void useSettingsSection() {
+    std::snprintf(settingsSection, sizeof settingsSection, "Version=%d.%d", kVersionMajor,
+                  kVersionMinor);
+}
+
+void dropSettingsSection() { settingsSection[0] = '\0'; }
+
+std::string settingsPath(const PF_InData* inData) {
+    // One more than the host may fill, so that the text ends whatever it does.
+    char modulePath[kPFPlatDataPathRoom + 1] = {};
+    const PF_Err error =
+        inData->utils->get_platform_data(inData->effect_ref, PF_PlatData_RES_FILE_PATH, modulePath);
+    const std::string_view path = modulePath;
+    if (error != PF_Err_NONE || path.empty()) return {};
+
+    // A point in a folder's name is no extension: cutting there would name a file in the folder
+    // above.
+    const std::size_t folder = path.find_last_of("/\\");
+    const std::size_t point = path.rfind('.');
+    const bool hasExtension = point != path.npos && (folder == path.npos || point > folder);
+    std::string result(hasExtension ? path.substr(0, point) : path);
+    return result.append(".ini");
+}
+
+std::int32_t storedInteger(const char* key, std::int32_t fallback, const char* path) {
+    return platform::profileInt(settingsSection, key, fallback, path);
+}
+
+double storedNumber(const char* key, double fallback, const char* path) {
+    char text[128];
+    platform::profileString(settingsSection, key, sixDecimals(fallback).c_str(), text, path);
+    return parseDecimal(text);
+}
+
+void storeInteger(const char* key, std::int32_t value, const char* path) {
+    platform::writeProfileString(settingsSection, key, std::to_string(value).c_str(), path);
+}
+
+void storeNumber(const char* key, double value, const char* path) {
+    platform::writeProfileString(settingsSection, key, sixDecimals(value).c_str(), path);
+}
+
+}  // namespace streakfall
