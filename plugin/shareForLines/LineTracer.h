@@ -1,0 +1,20 @@
+// Line tracing: puts one line on the pixels as a row of round dabs, one a pixel of its path.
+#pragma once
+
+#include "lines/LineRecord.h"
+#include "shareForLines/LineCanvas.h"
+#include "shareForLines/Stroke.h"
+
+namespace streakfall {
+
+// Bounds that no value inside the sliders' ranges meets: a line longer than this many pixels is
+// not drawn, one thicker is drawn at this thickness.
+inline constexpr double kMaxLineLength = 1048576.0;
+inline constexpr double kMaxThickness = 8192.0;
+
+// Draws one line with the stroke's pen and thickness. What is thin, transparent, off the buffer
+// or without a world paints nothing. Throws only when the span table cannot grow.
+template <class Depth>
+void traceLine(Stroke<Depth>& stroke, LineCanvas& canvas, const LineRecord& line);
+
+}  // namespace streakfall

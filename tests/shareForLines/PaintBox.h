@@ -1,0 +1,51 @@
+// A line buffer in a plain array, so that strokes can be drawn with no host at all.
+#pragma once
+
+#include <vector>
+
+#include "shareForLines/LineCanvas.h"
+#include "shareForLines/PixelDepth.h"
+
+namespace streakfall {
+
+template <class Depth>
+struct PaintBox {
+    using Pixel = typename Depth::Pixel;
+
+    PaintBox(int width, int height) : storage(static_cast<std::size_t>(width * height)) {
+        world.data = reinterpret_cast<decltype(world.data)>(storage.data());
+        world.width = width;
+        world.height = height;
+        world.rowbytes = width * static_cast<int>(sizeof(Pixel));
+        canvas = LineCanvas(nullptr, nullptr, &world, {});
+    }
+    PaintBox(const PaintBox&) = delete;
+    PaintBox& operator=(const PaintBox&) = delete;
+
+    Pixel& at(int x, int y) { return storage[static_cast<std::size_t>(y * canvas.width + x)]; }
+
+    std::vector<int> alphas(int y, int from, int to) {
+        std::vector<int> row;
+        for (int x = from; x <= to; ++x) row.push_back(static_cast<int>(at(x, y).alpha));
+        return row;
+    }
+
+    std::size_t painted() const {
+        std::size_t count = 0;
+        for (const Pixel& p : storage) count += p.alpha != 0;
+        return count;
+    }
+
+    std::vector<Pixel> storage;
+    PF_EffectWorld world{};
+    LineCanvas canvas;
+};
+
+template <class Depth>
+typename Depth::Pixel penOf(std::uint8_t r, std::uint8_t g, std::uint8_t b, double opacity = 1.0) {
+    return {Depth::penAlpha(opacity), Depth::penColor(r), Depth::penColor(g), Depth::penColor(b)};
+}
+
+using Depths = ::testing::Types<Depth8, Depth16, DepthFloat>;
+
+}  // namespace streakfall
