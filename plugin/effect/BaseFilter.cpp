@@ -1,0 +1,117 @@
+#include "effect/BaseFilter.h"
+
+#include "params/AboutText.h"
+#include "params/OptionsDialog.h"
+#include "params/ParamTable.h"
+#include "params/ProductVersion.h"
+#include "params/SequenceData.h"
+#include "params/UiReactions.h"
+
+namespace streakfall {
+
+namespace {
+
+constexpr PF_OutFlags kOutFlags = PF_OutFlag_WIDE_TIME_INPUT |
+                                  PF_OutFlag_SEQUENCE_DATA_NEEDS_FLATTENING |
+                                  PF_OutFlag_I_DO_DIALOG | PF_OutFlag_USE_OUTPUT_EXTENT |
+                                  PF_OutFlag_DEEP_COLOR_AWARE | PF_OutFlag_SEND_UPDATE_PARAMS_UI;
+
+constexpr PF_OutFlags2 kOutFlags2 =
+    PF_OutFlag2_SUPPORTS_QUERY_DYNAMIC_FLAGS | PF_OutFlag2_PARAM_GROUP_START_COLLAPSED_FLAG |
+    PF_OutFlag2_I_AM_THREADSAFE | PF_OutFlag2_SUPPORTS_SMART_RENDER | PF_OutFlag2_FLOAT_COLOR_AWARE;
+
+}  // namespace
+
+PF_Err BaseFilter::Dispatch(PF_Cmd cmd, PF_InData* inData, PF_OutData* outData,
+                            PF_ParamDef** params, PF_LayerDef* output, void* extra) {
+    switch (cmd) {
+        case PF_Cmd_ABOUT:
+            return About(inData, outData, params, output);
+        case PF_Cmd_GLOBAL_SETUP:
+            return GlobalSetup(inData, outData, params, output);
+        case PF_Cmd_GLOBAL_SETDOWN:
+            return GlobalSetdown(inData, outData, params, output);
+        case PF_Cmd_PARAMS_SETUP:
+            return ParamsSetup(inData, outData, params, output);
+        case PF_Cmd_SEQUENCE_SETUP:
+            return SequenceSetup(inData, outData);
+        case PF_Cmd_SEQUENCE_RESETUP:
+            return SequenceResetup(inData, outData);
+        case PF_Cmd_SEQUENCE_FLATTEN:
+            return SequenceFlatten(inData, outData);
+        case PF_Cmd_SEQUENCE_SETDOWN:
+            return SequenceSetdown(inData, outData);
+        case PF_Cmd_DO_DIALOG:
+            DoDialog(inData, params);
+            return PF_Err_NONE;
+        case PF_Cmd_RENDER:
+            return Render(inData, outData, params, output);
+        case PF_Cmd_USER_CHANGED_PARAM:
+            return UserChangedParam(inData, outData, params, output,
+                                    static_cast<PF_UserChangedParamExtra*>(extra));
+        case PF_Cmd_UPDATE_PARAMS_UI:
+            return UpdateParamsUI(inData, outData, params, output);
+        case PF_Cmd_QUERY_DYNAMIC_FLAGS:
+            return QueryDynamicFlags(inData, outData, params, output);
+        case PF_Cmd_SMART_PRE_RENDER:
+            return SmartPreRender(inData, outData, static_cast<PF_PreRenderExtra*>(extra));
+        case PF_Cmd_SMART_RENDER:
+            return SmartRender(inData, outData, static_cast<PF_SmartRenderExtra*>(extra));
+        default:
+            return PF_Err_NONE;
+    }
+}
+
+PF_Err BaseFilter::About(PF_InData* inData, PF_OutData* outData, PF_ParamDef**, PF_LayerDef*) {
+    return about(inData, outData);
+}
+
+PF_Err BaseFilter::GlobalSetup(PF_InData*, PF_OutData* outData, PF_ParamDef**, PF_LayerDef*) {
+    outData->my_version = kPackedVersion;
+    outData->out_flags = kOutFlags;
+    outData->out_flags2 = kOutFlags2;
+    return PF_Err_NONE;
+}
+
+PF_Err BaseFilter::GlobalSetdown(PF_InData*, PF_OutData*, PF_ParamDef**, PF_LayerDef*) {
+    return PF_Err_NONE;
+}
+
+PF_Err BaseFilter::ParamsSetup(PF_InData* inData, PF_OutData* outData, PF_ParamDef**,
+                               PF_LayerDef*) {
+    return paramsSetup(inData, outData);
+}
+
+PF_Err BaseFilter::UserChangedParam(PF_InData* inData, PF_OutData*, PF_ParamDef** params,
+                                    PF_LayerDef*, PF_UserChangedParamExtra* extra) {
+    return userChangedParam(inData, params, extra);
+}
+
+PF_Err BaseFilter::UpdateParamsUI(PF_InData* inData, PF_OutData* outData, PF_ParamDef** params,
+                                  PF_LayerDef*) {
+    return updateParamsUI(inData, outData, params);
+}
+
+PF_Err BaseFilter::SequenceSetup(PF_InData* inData, PF_OutData* outData) {
+    return sequenceSetup(inData, outData);
+}
+
+PF_Err BaseFilter::SequenceSetdown(PF_InData* inData, PF_OutData*) {
+    return sequenceSetdown(inData);
+}
+
+PF_Err BaseFilter::SequenceFlatten(PF_InData* inData, PF_OutData* outData) {
+    return sequenceFlatten(inData, outData);
+}
+
+PF_Err BaseFilter::SequenceResetup(PF_InData* inData, PF_OutData* outData) {
+    return sequenceResetup(inData, outData, [&] { return SequenceSetup(inData, outData); });
+}
+
+PF_Err BaseFilter::QueryDynamicFlags(PF_InData*, PF_OutData*, PF_ParamDef**, PF_LayerDef*) {
+    return PF_Err_NONE;
+}
+
+PF_Err BaseFilter::RenderFrame(const RenderContext&) { return PF_Err_INTERNAL_STRUCT_DAMAGED; }
+
+}  // namespace streakfall
