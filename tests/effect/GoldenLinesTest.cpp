@@ -1,0 +1,93 @@
+// The lines of the golden frames, without a host.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "effect/LineSynthesis.h"
+#include "support/GoldenFrame.h"
+
+namespace {
+
+using namespace streakfall;
+
+std::vector<LineRecord> linesOf(const EffectParams& raw, const FrameInfo& info) {
+    std::vector<LineRecord> lines;
+    generateLines(convertParams(raw, info), info, lines);
+    return lines;
+}
+
+std::string nameOf(const ::testing::TestParamInfo<std::size_t>& info) {
+    std::string name = golden::frames()[info.param].name;
+    std::ranges::replace(name, '-', '_');
+    return name;
+}
+
+class GoldenLinesTest : public ::testing::TestWithParam<std::size_t> {};
+
+// A sum grouped otherwise moves the last bits; anything beyond that is another line.
+TEST_P(GoldenLinesTest, AreTheExpectedOnes) {
+    const golden::Frame& frame = golden::frames()[GetParam()];
+    const std::vector<LineRecord> lines = linesOf(frame.params, frame.info);
+    ASSERT_EQ(lines.size(), frame.lines.size());
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const LineRecord& actual = lines[i];
+        const LineRecord& expected = frame.lines[i];
+        SCOPED_TRACE("line " + std::to_string(i));
+        ASSERT_NEAR(actual.x0, expected.x0, 1e-9);
+        ASSERT_NEAR(actual.y0, expected.y0, 1e-9);
+        ASSERT_NEAR(actual.x1, expected.x1, 1e-9);
+        ASSERT_NEAR(actual.y1, expected.y1, 1e-9);
+        ASSERT_NEAR(actual.thickness, expected.thickness, 1e-9);
+        ASSERT_NEAR(actual.axialPosition, expected.axialPosition, 1e-9);
+        ASSERT_EQ(actual.seed, expected.seed);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, GoldenLinesTest,
+                         ::testing::Range<std::size_t>(0, golden::frames().size()), nameOf);
+
+TEST(FrameTimeTest, FrameIndexIsDefinedForEveryTime) {
+    const auto index = [](std::int32_t time, std::int32_t step) {
+        return frameIndexOf({.currentTime = time, .timeStep = step});
+    };
+    EXPECT_EQ(index(10, 3), 3);
+    EXPECT_EQ(index(-10, 3), -3) << "cut toward zero";
+    EXPECT_EQ(index(10, -3), -3);
+    EXPECT_EQ(index(10, 0), 0);
+    EXPECT_EQ(index(INT32_MIN, -1), INT32_MAX);
+}
+
+TEST(FrameTimeTest, LengthsFollowTheStrongerReduction) {
+    EXPECT_EQ(renderScaleOf({.downsampleX = {1, 2}, .downsampleY = {1, 4}}), 0.25);
+    EXPECT_EQ(renderScaleOf({.downsampleX = {1, 8}, .downsampleY = {1, 4}}), 0.125);
+}
+
+// Frames of one interval are alike, the first interval does not come back, and the others do with
+// the length of the array as their period.
+TEST(FrameTimeTest, RandomIntervalAndArray) {
+    const golden::Frame& frame = golden::frame("03");
+    const auto firstLineAt = [&](std::int32_t time, std::int32_t interval, std::int32_t array) {
+        EffectParams params = frame.params;
+        params.randomInterval = interval;
+        params.randomArray = array;
+        FrameInfo info = frame.info;
+        info.currentTime = time;
+        return linesOf(params, info).at(0).x0;
+    };
+    const double frozen = firstLineAt(0, 0, 2);
+    EXPECT_EQ(firstLineAt(1000, 0, 2), frozen);
+    EXPECT_EQ(firstLineAt(9, 10, 2), frozen);
+    EXPECT_EQ(firstLineAt(-25, 10, 2), frozen);
+    EXPECT_EQ(firstLineAt(35, 10, 1), frozen);
+    const double second = firstLineAt(10, 10, 2);
+    const double third = firstLineAt(20, 10, 2);
+    EXPECT_NE(second, frozen);
+    EXPECT_NE(third, frozen);
+    EXPECT_NE(third, second);
+    EXPECT_EQ(firstLineAt(30, 10, 2), second);
+    EXPECT_EQ(firstLineAt(512 + 1, 1, 0), firstLineAt(1, 1, 0));
+    EXPECT_EQ(firstLineAt(512 + 1, 1, 2000), firstLineAt(1, 1, 2000));
+    EXPECT_NE(firstLineAt(511 + 1, 1, 0), firstLineAt(1, 1, 0));
+}
+
+}  // namespace
