@@ -1,12 +1,11 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "host/Definitions.h"
 #include "host/Host.h"
 #include "host/Keyframes.h"
 
@@ -28,6 +27,7 @@ struct LayerSize {
 
 // One effect on one layer: its values over time, its sequence data, and its panel. Plays the life
 // that a real host gives it. Owner: the program; the host outlives it. One thread at a time.
+// Ids must be those of the effect's parameters, else std::invalid_argument.
 class Instance {
   public:
     // As applied by the user: sequence setup, then the first update of the panel. Throws
@@ -35,7 +35,7 @@ class Instance {
     Instance(Host& host, LayerSize layer);
     // As loaded from a project: sequence resetup from the flat bytes.
     Instance(Host& host, LayerSize layer, const std::vector<std::uint8_t>& flat);
-    // Set down, when that was not done.
+    // Sets down, when that was not done.
     ~Instance();
     Instance(Instance&& other) noexcept;
     Instance(const Instance&) = delete;
@@ -46,66 +46,62 @@ class Instance {
 
     // --- values -------------------------------------------------------------------------------
     // The moment that the panel shows.
-    void setTime(const Time& now, A_long step = 1) {
-        now_ = now;
-        timeStep_ = step;
-    }
-    // As the user turns a control: the value is stored, a supervised parameter's change is told to
-    // the effect, which may change other values, and the panel is updated. The command's code.
+    void setTime(const Time& now, A_long step = 1);
+    // As the user turns a control: the value is stored, as a key when there are keys, a supervised
+    // parameter's change is told to the effect, which may change other values, and the panel is
+    // updated. The first code that is not 0.
     PF_Err setValue(A_long id, const Value& value);
-    // As a script or a project sets it: stored without a command.
+    // As a script or a project sets it: stored without a command and without a look at ranges.
     void storeValue(A_long id, const Value& value);
     void storeKey(A_long id, const Time& time, const Value& value);
+    // All back to the defaults, without a command.
+    void storeDefaults();
     Value value(A_long id) const { return value(id, now_); }
     Value value(A_long id, const Time& time) const;
-    // Back to all defaults, without a command.
-    void storeDefaults();
 
     // --- panel --------------------------------------------------------------------------------
     PF_Err updatePanel();
     bool enabled(A_long id) const;
     // Times that the effect told the state of a control since the instance was made.
-    long panelUpdates() const { return panelUpdates_; }
+    long controlUpdates() const { return controlUpdates_; }
 
     // --- commands of the instance ---------------------------------------------------------------
     // The options dialog at the panel's time; the host's DialogTalk answers for the user.
     PF_Err openDialog();
-    // The out flags as the effect wants them now.
+    // The out flags as the effect wants them now. Throws EffectError.
     PF_OutFlags queryDynamicFlags();
-    // Flattens, takes the bytes and, as a host that goes on, sets up again.
-    std::vector<std::uint8_t> save();
-    // Flattens only, and leaves the flat data in place; resetup makes it live again.
+    // Flattens, and leaves the flat data in place until resetup makes it live again.
     PF_Err flatten();
     PF_Err resetup();
-    // A second instance with the same values: flattened, then both are set up again.
+    // Flattens, takes the bytes and, as a host that goes on, sets up again. Throws EffectError.
+    std::vector<std::uint8_t> save();
+    // A second instance with the same values: flattened, then both are set up again. Throws
+    // EffectError.
     Instance duplicate();
     PF_Err setDown();
 
-    // A copy of what the sequence data handle holds; empty when there is none.
+    // What the sequence data's handle holds; empty when there is none.
     std::vector<std::uint8_t> sequenceBytes() const;
-    // Puts a handle of these bytes in place of the sequence data, as a damaged project would.
+    // Puts these bytes in place of the sequence data, as a damaged project would; none: a null
+    // handle.
     void replaceSequenceData(const std::vector<std::uint8_t>& bytes);
-    void dropSequenceData();
 
-    // --- for the commands' callbacks ------------------------------------------------------------
-    // The definition with the value at that time, points scaled by the two ratios.
-    PF_Err fillDefinition(A_long index, const Time& time, const PF_RationalScale& scaleX,
-                          const PF_RationalScale& scaleY, PF_ParamDef& definition) const;
+    // --- for commands ---------------------------------------------------------------------------
+    // Time and layer of a command, and the sequence data.
+    void describeTo(Command& command) const;
+    // A parameter's definition with its value at that time; 513 for an index without one.
+    PF_Err fillDefinition(A_long index, const Time& time, const PixelScale& scale,
+                          PF_ParamDef& definition) const;
     PF_Err updateControl(A_long index, const PF_ParamDef& definition);
-    // All definitions at the panel's time, the input layer first, as the `params` of a command.
-    std::vector<PF_ParamDef> definitions(const Time& time, const PF_RationalScale& scaleX,
-                                         const PF_RationalScale& scaleY) const;
 
   private:
-    friend class FrameRender;
-    Instance(Host& host, LayerSize layer, PF_Handle sequence);
-
     const ParamInfo& info(A_long id) const;
-    void makeTracks();
-    PF_Err setUp();
-    PF_Err play(PF_Cmd command, std::vector<PF_ParamDef>* params = nullptr, void* extra = nullptr,
-                PF_OutData* out = nullptr);
+    Track& track(A_long id);
+    PF_Err play(PF_Cmd command);
+    PF_Err playWithParams(PF_Cmd command, void* extra);
+    PF_Err tellChange(const ParamInfo& changed);
     void adoptChanges(const std::vector<PF_ParamDef>& params);
+    void disposeSequence();
 
     Host& host_;
     LayerSize layer_;
@@ -113,9 +109,23 @@ class Instance {
     A_long timeStep_ = 1;
     std::vector<Track> tracks_;             // by host index less one
     std::vector<PF_ParamUIFlags> uiFlags_;  // likewise
-    long panelUpdates_ = 0;
+    long controlUpdates_ = 0;
     PF_Handle sequence_ = nullptr;
-    bool live_ = false;  // between setup and setdown
+    bool live_ = true;  // not yet set down
+};
+
+// The `params` of a command: the input layer's definition, then each parameter's at that time.
+class ParamArray {
+  public:
+    ParamArray(const Instance& instance, A_long count, const Time& time, const PixelScale& scale);
+
+    PF_ParamDef** pointers() { return pointers_.data(); }
+    PF_LayerDef& inputLayer() { return definitions_[0].u.ld; }
+    const std::vector<PF_ParamDef>& definitions() const { return definitions_; }
+
+  private:
+    std::vector<PF_ParamDef> definitions_;
+    std::vector<PF_ParamDef*> pointers_;
 };
 
 }  // namespace standin
