@@ -75,6 +75,7 @@ bool LineField::layRows(double lineLength, Rows& rows) {
     const double shift = lineLength * (0.5 * lengthRandom + offsetRandom);
     reach = farthestCorner() + lineLength + shift;
     double off = autoOffsetTotal + offset;
+    if (!std::isfinite(reach) || !std::isfinite(off)) return false;
     std::int32_t firstCell = 0;
     if (!repeat) {
         if (std::fabs(off) > reach) return false;
