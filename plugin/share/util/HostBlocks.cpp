@@ -56,11 +56,12 @@ void freeBlock(void* address) noexcept {
     SuiteCache* const suites = SuiteCache::global();
     if (suites == nullptr || address == nullptr) return;
     const auto* const handles = suites->find<PF_HandleSuite1>();
-    const auto* const header =
-        reinterpret_cast<BlockHeader*>(static_cast<char*>(address) - sizeof(BlockHeader));
-    if (handles == nullptr || header->handle == nullptr) return;
-    handles->host_unlock_handle(header->handle);
-    handles->host_dispose_handle(header->handle);
+    // Read before the unlock: from there on the host may move the block.
+    const PF_Handle handle =
+        reinterpret_cast<BlockHeader*>(static_cast<char*>(address) - sizeof(BlockHeader))->handle;
+    if (handles == nullptr || handle == nullptr) return;
+    handles->host_unlock_handle(handle);
+    handles->host_dispose_handle(handle);
 }
 
 }  // namespace AEUtil

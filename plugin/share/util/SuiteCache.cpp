@@ -23,16 +23,9 @@ constexpr SuiteName kSuiteNames[] = {
 };
 static_assert(std::size(kSuiteNames) == static_cast<std::size_t>(SuiteId::Count));
 
-// Storage without a destructor of its own: at the end of the process the host is gone, and its
-// suites must not be released then.
-union GlobalStorage {
-    constexpr GlobalStorage() : none(0) {}
-    ~GlobalStorage() {}
-    char none;
-    SuiteCache cache;
-};
-
-constinit GlobalStorage globalStorage;
+// Plain bytes, so that nothing is destroyed at the end of the process: the host is gone by then,
+// and its suites must not be released.
+alignas(SuiteCache) constinit std::byte globalStorage[sizeof(SuiteCache)]{};
 constinit std::atomic<SuiteCache*> globalCache{nullptr};
 
 const void* acquireFrom(SPBasicSuite* basic, const SuiteName& suite) noexcept {
@@ -77,7 +70,7 @@ SuiteCache* SuiteCache::global() noexcept { return globalCache.load(std::memory_
 
 void SuiteCache::setUpGlobal(SPBasicSuite* basic) noexcept {
     if (basic == nullptr || global() != nullptr) return;
-    globalCache.store(::new (&globalStorage.cache) SuiteCache(basic), std::memory_order_release);
+    globalCache.store(::new (globalStorage) SuiteCache(basic), std::memory_order_release);
 }
 
 void SuiteCache::tearDownGlobal() noexcept {
