@@ -1,0 +1,57 @@
+// LineWalk: the way of the pen along one line, as a row of dabs, one a pixel of the drawn path.
+//
+// All arithmetic is summed step by step from the line's start, in the order written: a dab's
+// place depends on every rounding before it. Where the wave moves the path by more than a pixel
+// in a step, in-between dabs bridge the gap. Reads the stroke; moves its shape cursors and its
+// wave. Lives for one line.
+#pragma once
+
+#include "lines/LineRecord.h"
+#include "shareForLines/Stroke.h"
+
+namespace streakfall {
+
+// One disc of the pen.
+struct Dab {
+    double x, y;    // centre, buffer pixels; pixel (X, Y) sits at integer coordinates
+    double radius;  // pixels, above 0 for a step of the walk
+    double factor;  // opacity along the line, 1 is the pen's own alpha
+    bool hollow;    // a large dab may leave its middle to the dabs that follow
+};
+
+class LineWalk {
+  public:
+    // stroke.thickness above 0. A line too long to be drawn gives no dab.
+    LineWalk(StrokeForm& stroke, const LineRecord& line);
+
+    // The next dab in walk order; false at the end.
+    bool next(Dab& dab);
+
+    double directionX() const { return ux; }  // unit vector, (0, 0) for a line of no length
+    double directionY() const { return uy; }
+
+  private:
+    bool step();
+    double radiusAt();
+    double opacityAt() const;
+    bool bridge(Dab& dab);
+
+    StrokeForm& stroke;
+    const LineRecord& line;
+    double ux, uy;  // advance of a step
+    double sinA = 0, cosA = 1;
+    double half;                   // full radius
+    double rIn, rOut;              // radius at the thin ends of the ramps
+    double fIn = 0, fOut = 0;      // ramps as parts of the line
+    double dt;                     // advance of t in a step
+    double hollowLimit;            // t from which on every dab is solid
+    double t = 0, px = 0, py = 0;  // place along the line, 0 to 1, and its point
+    bool last = false, done = false;
+    bool first = true;
+    Dab previous{};  // last painted step, moved along by the bridge
+    Dab current{};   // the step being bridged to
+    double bridgeX = 0, bridgeY = 0, bridgeR = 0, bridgeF = 0;  // advance of an in-between dab
+    double bridgeAt = 1, bridgeEnd = 0;
+};
+
+}  // namespace streakfall
