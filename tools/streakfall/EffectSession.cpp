@@ -1,0 +1,83 @@
+#include "EffectSession.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "Failure.h"
+
+namespace tool {
+
+namespace {
+
+constexpr char kModuleName[] = "Q_Streakfall.so";
+
+std::string locateModule(const std::string& given) {
+    std::error_code error;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+    const std::filesystem::path path =
+        given.empty() ? program.parent_path() / kModuleName : std::filesystem::path(given);
+    if (!std::filesystem::exists(path, error))
+        fail(Exit::kEffect, "there is no effect module {}{}", path.string(),
+             given.empty() ? "; name it with --module" : "");
+    return std::filesystem::absolute(path).string();
+}
+
+// The parts of the host's packed version word.
+struct Version {
+    A_u_long major, minor, bugFix;
+};
+
+Version unpack(A_u_long word) {
+    return {(word >> 19 & 7) | (word >> 26 & 15) << 3, word >> 15 & 15, word >> 11 & 15};
+}
+
+}  // namespace
+
+EffectSession::EffectSession(const std::string& modulePath) try
+    : module_(locateModule(modulePath)), host_(std::make_unique<standin::Host>(module_)) {
+    if (const PF_Err code = host_->start(); code != PF_Err_NONE)
+        fail(Exit::kEffect, "the effect does not start: code {}", code);
+} catch (const standin::ModuleError& error) {
+    throw Failure(Exit::kEffect, error.what());
+}
+
+ParamArguments EffectSession::readArguments(const ParamTexts& texts) const {
+    return ParamArguments(ParamLookup(host_->params()), settingsSection(), texts);
+}
+
+standin::Instance EffectSession::makeInstance(standin::LayerSize layer) {
+    try {
+        return standin::Instance(*host_, layer);
+    } catch (const standin::EffectError& error) {
+        throw Failure(Exit::kEffect, error.what());
+    }
+}
+
+std::string EffectSession::settingsFile() const {
+    return std::filesystem::path(module_.path()).replace_extension("ini").string();
+}
+
+std::string EffectSession::settingsSection() const {
+    const Version version = unpack(host_->global().version);
+    return fmt::format("Version={}.{}", version.major, version.minor);
+}
+
+std::string EffectSession::version() const {
+    const Version version = unpack(host_->global().version);
+    return fmt::format("{}.{}.{}", version.major, version.minor, version.bugFix);
+}
+
+void storeValues(standin::Instance& instance, const ParamArguments& arguments,
+                 const FrameRate& rate) {
+    for (const auto& [index, keys] : arguments.values()) {
+        for (const auto& [frame, text] : keys.byFrame) {
+            const standin::Value value = text.on(instance.layer());
+            if (!keys.keyed)
+                instance.storeValue(keys.param->id, value);
+            else
+                instance.storeKey(keys.param->id, {frame * rate.timeStep, rate.timeScale}, value);
+        }
+    }
+}
+
+}  // namespace tool

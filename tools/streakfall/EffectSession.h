@@ -1,0 +1,48 @@
+// The effect, loaded and set up on a stand-in host. One a run of the program; everything that
+// concerns the effect goes through it. Ends the effect's life when it goes.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "ParamArguments.h"
+#include "host/Host.h"
+#include "host/Instance.h"
+
+namespace tool {
+
+class EffectSession {
+  public:
+    // An empty path means the module beside the program. Throws Failure (effect).
+    explicit EffectSession(const std::string& modulePath);
+
+    [[nodiscard]] standin::Host& host() { return *host_; }
+    [[nodiscard]] ParamArguments readArguments(const ParamTexts& texts) const;
+
+    // A new instance on a layer of this size, at the effect's defaults. Throws Failure (effect).
+    [[nodiscard]] standin::Instance makeInstance(standin::LayerSize layer);
+
+    // Where the effect keeps saved defaults: beside the module, under its name.
+    [[nodiscard]] std::string settingsFile() const;
+    // The section of that file which holds this version's values.
+    [[nodiscard]] std::string settingsSection() const;
+    // "1.5.2", as the effect announced it.
+    [[nodiscard]] std::string version() const;
+
+  private:
+    standin::Module module_;
+    std::unique_ptr<standin::Host> host_;
+};
+
+// Time runs in steps: frame n stands at n * timeStep / timeScale seconds.
+struct FrameRate {
+    A_u_long timeScale = 24;
+    A_long timeStep = 1;
+};
+
+// Stores the values in the instance, without telling the effect, as a project does that is
+// opened.
+void storeValues(standin::Instance& instance, const ParamArguments& arguments,
+                 const FrameRate& rate);
+
+}  // namespace tool

@@ -1,0 +1,172 @@
+#include "ParamArguments.h"
+
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+
+#include "Failure.h"
+#include "FrameList.h"
+#include "Text.h"
+
+namespace tool {
+
+using standin::ParamInfo;
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr std::size_t kLongestFile = 16u << 20;
+
+std::string readTextFile(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) fail(Exit::kInput, "--params: cannot read {}", path);
+    std::string text(kLongestFile + 1, '\0');
+    file.read(text.data(), static_cast<std::streamsize>(text.size()));
+    if (file.bad()) fail(Exit::kInput, "--params: cannot read {}", path);
+    text.resize(static_cast<std::size_t>(file.gcount()));
+    if (text.size() > kLongestFile)
+        fail(Exit::kInput, "--params: {} is longer than {} bytes", path, kLongestFile);
+    return text;
+}
+
+// A JSON value as the text that --set takes.
+std::string plainText(const Json& value, std::string_view name) {
+    if (value.is_string()) return value.get<std::string>();
+    if (value.is_boolean()) return value.get<bool>() ? "on" : "off";
+    if (value.is_number()) return value.dump();
+    if (!value.is_array())
+        failUsage("\"{}\": {} is no value; write a number, a text, true, false or a list", name,
+                  value.dump());
+    std::string text;
+    for (const Json& part : value) {
+        if (!text.empty()) text += ',';
+        text += plainText(part, name);
+    }
+    return text;
+}
+
+int parseKeyFrame(std::string_view text, std::string_view name) {
+    const auto frame = parseInt(text);
+    if (!frame || *frame < -kLastFrame || *frame > kLastFrame)
+        failUsage("\"{}\": \"{}\" is no frame number for a key", name, text);
+    return *frame;
+}
+
+}  // namespace
+
+ParamArguments::ParamArguments(const ParamLookup& lookup, std::string_view section,
+                               const ParamTexts& texts)
+    : lookup_(lookup), section_(section) {
+    for (const std::string& path : texts.files) addFile(path);
+    for (const std::string& text : texts.sets) addSet(text);
+    for (const std::string& text : texts.keys) addKey(text);
+}
+
+std::vector<std::string> ParamArguments::warnings() const {
+    std::vector<std::string> lines;
+    for (const auto& [index, keys] : values_)
+        for (const auto& [frame, value] : keys.byFrame)
+            if (const auto warning = value.outOfRange(*keys.param)) lines.push_back(*warning);
+    return lines;
+}
+
+void ParamArguments::addFile(const std::string& path) {
+    const std::string text = readTextFile(path);
+    try {
+        if (trimmed(text).starts_with('{'))
+            addJson(text);
+        else
+            addSettings(text);
+    } catch (const Failure& failure) {
+        throw Failure(failure.code(), fmt::format("{}: {}", path, failure.what()));
+    }
+}
+
+void ParamArguments::addJson(const std::string& text) {
+    Json object;
+    try {
+        object = Json::parse(text);
+    } catch (const Json::parse_error& error) {
+        fail(Exit::kUsage, "not JSON at byte {}", error.byte);
+    }
+    for (const auto& [name, value] : object.items()) {
+        const ParamInfo& param = lookup_.find(name);
+        if (!value.is_object()) {
+            setConstant(param, plainText(value, name));
+            continue;
+        }
+        if (value.empty()) failUsage("\"{}\": there are no keys", name);
+        ParamKeys keys{&param, {}, true};
+        for (const auto& [frame, keyed] : value.items())
+            keys.byFrame.insert_or_assign(parseKeyFrame(frame, name),
+                                          ParamValue(param, plainText(keyed, name)));
+        values_.insert_or_assign(param.index, std::move(keys));
+    }
+}
+
+// Lines "key=value" under "[section]". A colour has three keys, "Name.r" and so on, and its alpha
+// counts for nothing.
+void ParamArguments::addSettings(const std::string& text) {
+    bool inSection = false;
+    bool found = false;
+    std::map<std::string, std::array<std::string, 3>> colours;
+    for (std::string_view line : split(text, '\n')) {
+        line = trimmed(line);
+        if (line.starts_with('[') && line.ends_with(']')) {
+            inSection = line.substr(1, line.size() - 2) == section_;
+            found = found || inSection;
+            continue;
+        }
+        const auto equals = line.find('=');
+        if (!inSection || line.starts_with(';') || equals == std::string_view::npos) continue;
+        const std::string_view key = trimmed(line.substr(0, equals));
+        const std::string_view value = trimmed(line.substr(equals + 1));
+        const std::size_t channel = key.size() > 2 && key[key.size() - 2] == '.'
+                                        ? std::string_view("rgba").find(key.back())
+                                        : std::string_view::npos;
+        if (channel == std::string_view::npos)
+            setConstant(lookup_.find(key), value);
+        else if (channel < 3)
+            colours[std::string(key.substr(0, key.size() - 2))][channel] = value;
+    }
+    for (const auto& [name, parts] : colours)
+        setConstant(lookup_.find(name), fmt::format("{},{},{}", parts[0], parts[1], parts[2]));
+    if (!found)
+        fail(Exit::kUsage, "neither a JSON object nor a settings file with the section [{}]",
+             section_);
+}
+
+void ParamArguments::addSet(std::string_view text) {
+    const auto equals = text.find('=');
+    if (equals == std::string_view::npos)
+        failUsage("--set: \"{}\" has no \"=\"; write \"Name=value\"", text);
+    setConstant(lookup_.find(text.substr(0, equals)), text.substr(equals + 1));
+}
+
+void ParamArguments::addKey(std::string_view text) {
+    const auto at = text.find('@');
+    if (at == std::string_view::npos)
+        failUsage("--key: \"{}\" has no \"@\"; write \"Name@1=0,@24=200\"", text);
+    const ParamInfo& param = lookup_.find(text.substr(0, at));
+    ParamKeys keys{&param, {}, true};
+    // Values may have commas of their own: only one in front of an "@" parts two keys.
+    for (std::string_view part : split(text.substr(at + 1), '@')) {
+        const auto equals = part.find('=');
+        if (equals == std::string_view::npos)
+            failUsage("--key: \"@{}\" has no \"=\"; write \"{}@1=0,@24=200\"", part, param.name);
+        std::string_view value = trimmed(part.substr(equals + 1));
+        if (value.ends_with(',')) value.remove_suffix(1);
+        keys.byFrame.insert_or_assign(parseKeyFrame(part.substr(0, equals), param.name),
+                                      ParamValue(param, value));
+    }
+    values_.insert_or_assign(param.index, std::move(keys));
+}
+
+void ParamArguments::setConstant(const ParamInfo& param, std::string_view value) {
+    ParamKeys keys{&param, {}, false};
+    keys.byFrame.emplace(0, ParamValue(param, value));
+    values_.insert_or_assign(param.index, std::move(keys));
+}
+
+}  // namespace tool

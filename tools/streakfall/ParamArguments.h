@@ -1,0 +1,55 @@
+// The parameter values a command line gives: files of values (JSON, or the settings file that the
+// effect keeps its defaults in), single values, and values over time. Later ones win over earlier
+// ones of the same parameter, in the order files, --set, --key.
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ParamLookup.h"
+#include "ParamValue.h"
+
+namespace tool {
+
+struct ParamTexts {
+    std::vector<std::string> files;  // --params
+    std::vector<std::string> sets;   // --set "Name=value"
+    std::vector<std::string> keys;   // --key "Name@1=0,@24=200"
+};
+
+// A parameter's values by frame. One that is not keyed has a single entry.
+struct ParamKeys {
+    const standin::ParamInfo* param;
+    std::map<int, ParamValue> byFrame;
+    bool keyed = false;
+};
+
+class ParamArguments {
+  public:
+    // `section` is the one of a settings file that counts, "Version=1.5"; files of other
+    // versions of the effect are refused. The list behind the lookup must outlive the object.
+    // Throws Failure: usage for what cannot be read as a value, input for a file that cannot be
+    // read.
+    ParamArguments(const ParamLookup& lookup, std::string_view section, const ParamTexts& texts);
+
+    // By host index.
+    [[nodiscard]] const std::map<int, ParamKeys>& values() const { return values_; }
+    // Values past the ranges of their parameters, a line each.
+    [[nodiscard]] std::vector<std::string> warnings() const;
+
+  private:
+    void addFile(const std::string& path);
+    void addJson(const std::string& text);
+    void addSettings(const std::string& text);
+    void addSet(std::string_view text);
+    void addKey(std::string_view text);
+    void setConstant(const standin::ParamInfo& param, std::string_view value);
+
+    ParamLookup lookup_;
+    std::string section_;
+    std::map<int, ParamKeys> values_;
+};
+
+}  // namespace tool

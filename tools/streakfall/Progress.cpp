@@ -1,0 +1,114 @@
+#include "Progress.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <nlohmann/json.hpp>
+
+namespace tool {
+
+namespace {
+
+ProgressStyle settle(ProgressStyle style) {
+    const bool bar = style == ProgressStyle::kAuto || style == ProgressStyle::kBar;
+    if (!bar) return style;
+    return isatty(STDERR_FILENO) != 0 ? ProgressStyle::kBar : ProgressStyle::kPlain;
+}
+
+// File names need not be UTF-8, which JSON must be.
+void putJsonLine(const nlohmann::ordered_json& object) {
+    fmt::print(stderr, "{}\n",
+               object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
+}
+
+}  // namespace
+
+Progress::Progress(ProgressStyle style, bool verbose, std::size_t frames)
+    : style_(settle(style)), verbose_(verbose), frames_(frames) {}
+
+Progress::~Progress() { clearBar(); }
+
+void Progress::start(const std::string& description) {
+    if (style_ == ProgressStyle::kJson)
+        putJsonLine({{"event", "start"}, {"frames", frames_}, {"text", description}});
+    else if (style_ != ProgressStyle::kNone)
+        fmt::print(stderr, "{}\n", description);
+}
+
+void Progress::within(double part) {
+    if (style_ == ProgressStyle::kBar) drawBar(part);
+}
+
+void Progress::finished(const FrameReport& report) {
+    ++done_;
+    switch (style_) {
+        case ProgressStyle::kBar:
+            if (verbose_ || report.outcome == "failed") {
+                clearBar();
+                putLine(report);
+            }
+            drawBar(0);
+            break;
+        case ProgressStyle::kPlain:
+            putLine(report);
+            break;
+        case ProgressStyle::kJson:
+            putJson(report);
+            break;
+        default:
+            if (report.outcome == "failed") putLine(report);
+    }
+}
+
+void Progress::note(const std::string& text) {
+    if (style_ == ProgressStyle::kNone) return;
+    clearBar();
+    if (style_ == ProgressStyle::kJson)
+        putJsonLine({{"event", "note"}, {"text", text}});
+    else
+        fmt::print(stderr, "{}\n", text);
+}
+
+void Progress::drawBar(double part) {
+    constexpr int kCells = 30;
+    const double whole = (static_cast<double>(done_) + part) / static_cast<double>(frames_);
+    const int thousandth = static_cast<int>(whole * 1000);
+    if (thousandth == drawnThousandth_) return;
+    drawnThousandth_ = thousandth;
+    const int filled = static_cast<int>(whole * kCells);
+    fmt::print(stderr, "\r[{:#<{}}{:.<{}}] {}/{} frames, {:3} %", "", filled, "", kCells - filled,
+               done_, frames_, static_cast<int>(whole * 100));
+    std::fflush(stderr);
+}
+
+void Progress::clearBar() {
+    if (drawnThousandth_ < 0) return;
+    drawnThousandth_ = -1;
+    fmt::print(stderr, "\r\x1b[K");
+}
+
+void Progress::putLine(const FrameReport& report) {
+    if (report.outcome == "failed") {
+        fmt::print(stderr, "streakfall: frame {}: {}\n", report.frame, report.trouble);
+        return;
+    }
+    fmt::print(stderr, "[{}/{}] frame {} {} {}", done_, frames_, report.frame, report.outcome,
+               report.file);
+    if (verbose_ && report.outcome == "written")
+        fmt::print(stderr, ", effect {:.1f} ms", report.effectSeconds * 1000);
+    fmt::print(stderr, "\n");
+}
+
+void Progress::putJson(const FrameReport& report) {
+    nlohmann::ordered_json object = {{"event", "frame"},
+                                     {"frame", report.frame},
+                                     {"file", report.file},
+                                     {"outcome", report.outcome},
+                                     {"done", done_},
+                                     {"frames", frames_},
+                                     {"effect_ms", report.effectSeconds * 1000}};
+    if (!report.trouble.empty()) object["trouble"] = report.trouble;
+    putJsonLine(object);
+}
+
+}  // namespace tool

@@ -1,0 +1,44 @@
+#include "ValueOptions.h"
+
+namespace tool {
+
+namespace {
+
+constexpr char kGroup[] = "Parameters";
+
+// One argument a time the option is given: what follows belongs to the next option.
+void addRepeated(CLI::App& command, const char* name, std::vector<std::string>& texts,
+                 const char* help, const char* form) {
+    command.add_option(name, texts, help)
+        ->type_name(form)
+        ->type_size(1)
+        ->allow_extra_args(false)
+        ->take_all()
+        ->group(kGroup);
+}
+
+}  // namespace
+
+void addModuleOption(CLI::App& command, std::string& path) {
+    command.add_option("--module", path, "The effect module; else the one beside this program")
+        ->type_name("FILE");
+}
+
+void addValueOptions(CLI::App& command, ParamTexts& texts, bool overTime) {
+    addRepeated(command, "--params", texts.files,
+                "Values from a file, JSON or the effect's own settings file:\n"
+                "{\"Thickness\": 3, \"Color\": \"#ff8000\", \"Offset\": {\"1\": 0, \"24\": 200}}",
+                "FILE");
+    addRepeated(command, "--set", texts.sets,
+                "One value, by exact name or fixed id: \"Taper=60\", 13=60,\n"
+                "\"Color=#ff8000\", \"Start Point=30%,50%\", \"Repeat=on\";\n"
+                "may be given often, the last one of a parameter wins",
+                "NAME=VALUE");
+    if (overTime)
+        addRepeated(command, "--key", texts.keys,
+                    "Values over time: \"Offset@1=0,@24=200\"; between keys a value\n"
+                    "runs in a straight line, switches and seeds step",
+                    "NAME@FRAME=VALUE,...");
+}
+
+}  // namespace tool
