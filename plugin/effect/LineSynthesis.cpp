@@ -56,13 +56,14 @@ void fillTime(LineField& field, const EffectParams& p, std::int32_t frameIndex) 
 void generateLines(const ConvertedParams& params, const FrameInfo& frame,
                    std::vector<LineRecord>& lines) {
     const EffectParams& p = params.values;
+    if (frame.width <= 0 || frame.height <= 0 || !(p.densityOfLines > 0.0)) return;
     const double margin = std::abs(p.waveAmount) + p.thickness;
     LineField field(0.0, 0.0, frame.width, frame.height, margin, params.scale);
     fillGeometry(field, params);
     fillRowsAndGroups(field, p);
     fillFan(field, p);
     fillTime(field, p, frameIndexOf(frame));
-    if (p.densityOfLines > 0.0) field.generate(lines);
+    field.generate(lines);
 }
 
 }  // namespace streakfall

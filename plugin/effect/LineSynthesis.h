@@ -8,7 +8,8 @@
 
 namespace streakfall {
 
-// Appends the frame's lines in drawing order; none at a density of 0 or below.
+// Appends the frame's lines in drawing order; none at a density of 0 or below, nor in a frame
+// without pixels.
 void generateLines(const ConvertedParams& params, const FrameInfo& frame,
                    std::vector<LineRecord>& lines);
 

@@ -47,6 +47,16 @@ TEST_F(LongBadValuesTest, EveryNumberAtItsWorst) {
     }
 }
 
+TEST_F(LongBadValuesTest, RepeatOfTinyRowsComesBack) {
+    play({}, {40, 30});
+    set("Repeat", 1);
+    set("Repeat Interval", 0);
+    for (const double length : {1e-5, 1e-3, 0.1}) {
+        set("Length", length);
+        EXPECT_EQ(renderSmall(), 0) << length;
+    }
+}
+
 TEST_F(BadValuesTest, WholeNumbersAtTheirEnds) {
     play({}, {40, 30});
     for (const char* const name :
@@ -83,16 +93,6 @@ TEST_F(BadValuesTest, TimesAtTheirEnds) {
             request.timeStep = step;
             EXPECT_EQ(render(request).code, 0) << time << "/" << step;
         }
-    }
-}
-
-TEST_F(BadValuesTest, RepeatOfTinyRowsComesBack) {
-    play({}, {40, 30});
-    set("Repeat", 1);
-    set("Repeat Interval", 0);
-    for (const double length : {1e-5, 1e-3, 0.1}) {
-        set("Length", length);
-        EXPECT_EQ(renderSmall(), 0) << length;
     }
 }
 

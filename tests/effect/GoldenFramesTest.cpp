@@ -1,9 +1,11 @@
 // The golden frames through the loaded module: the line buffer as the host gets it, bit for bit,
 // in all depths and on both roads.
 #include <algorithm>
+#include <cstring>
 #include <sstream>
 
 #include "PlayedEffect.h"
+#include "support/SameImage.h"
 
 namespace {
 
@@ -24,6 +26,25 @@ std::string hex(std::uint64_t value) {
     return text.str();
 }
 
+Image imageOf(const PF_EffectWorld& world, Depth depth) {
+    Image image(world.width, world.height, depth);
+    for (int y = 0; y < world.height; ++y) {
+        const auto* const row = reinterpret_cast<const char*>(world.data) +
+                                static_cast<std::ptrdiff_t>(world.rowbytes) * y;
+        std::memcpy(image.data() + image.rowBytes() * static_cast<std::size_t>(y), row,
+                    image.rowBytes());
+    }
+    return image;
+}
+
+// Where a frame's pixels are known too, a difference can be looked at.
+void expectPixels(const Image& buffer, const golden::Frame& frame) {
+    Image expected(frame.info.width, frame.info.height, Depth::bits8);
+    ASSERT_EQ(frame.pixels8.size(), expected.size());
+    std::ranges::copy(frame.pixels8, expected.data());
+    expectSameImage(buffer, expected);
+}
+
 TEST_P(GoldenFramesTest, LineBufferIsExact) {
     const golden::Frame& frame = golden::frames()[GetParam()];
     HostOffer offer;
@@ -41,6 +62,9 @@ TEST_P(GoldenFramesTest, LineBufferIsExact) {
             std::vector<std::string> hashes;
             request.onTransfer = [&](const PF_EffectWorld& buffer, Depth depth) {
                 hashes.push_back(hex(hashPixels(buffer, depth)));
+                if (depth == Depth::bits8 && !frame.pixels8.empty()) {
+                    expectPixels(imageOf(buffer, depth), frame);
+                }
             };
             EXPECT_EQ(render(request).code, 0);
             EXPECT_EQ(hashes, std::vector{hex(frame.hashes[d])});

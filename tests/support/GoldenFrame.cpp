@@ -6,6 +6,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <stdexcept>
 
@@ -173,10 +174,18 @@ streakfall::LineRecord readRecord(const std::vector<std::string>& line) {
             static_cast<std::int32_t>(number(line.at(6)))};
 }
 
+std::vector<std::byte> readBytes(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    const auto* const first = reinterpret_cast<const std::byte*>(text.data());
+    return {first, first + text.size()};
+}
+
 Frame readFile(const std::filesystem::path& path) {
     Frame frame;
     frame.name = path.stem().string();
     frame.params = defaultParams();
+    frame.pixels8 = readBytes(std::filesystem::path(path).replace_extension(".argb8"));
     std::ifstream file(path);
     std::size_t recordsLeft = 0;
     int lineNumber = 0;

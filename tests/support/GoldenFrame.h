@@ -1,12 +1,15 @@
-// Golden frames: parameter sets with the lines and line buffers that must come out of them. Files
-// of tests/golden; their format is told in the first one's neighbours' comments and here:
+// Golden frames: parameter sets with the lines and line buffers that must come out of them. They
+// are the text files of tests/golden:
 //
 //   key value...   a frame's number, a parameter's raw value, or a depth's hash and size
 //   lines N        followed by N records: x0 y0 x1 y1 thickness axialPosition seed
 //   # ...          comment
+//
+// For some, NAME.argb8 beside it is the 8-bit line buffer itself.
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -19,6 +22,7 @@ namespace golden {
 
 struct Frame {
     std::string name;
+    std::vector<std::byte> pixels8;  // tight rows; empty when there is no such file
     streakfall::FrameInfo info;
     streakfall::EffectParams params;  // raw, defaults where the file names no value
     // What the file names, by parameter id: the raw numbers as a host would hand them out.

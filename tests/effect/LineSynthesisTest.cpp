@@ -1,4 +1,4 @@
-// The lines of the golden frames, without a host.
+// From parameters and time to lines, without a host.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -60,6 +60,19 @@ TEST(FrameTimeTest, FrameIndexIsDefinedForEveryTime) {
 TEST(FrameTimeTest, LengthsFollowTheStrongerReduction) {
     EXPECT_EQ(renderScaleOf({.downsampleX = {1, 2}, .downsampleY = {1, 4}}), 0.25);
     EXPECT_EQ(renderScaleOf({.downsampleX = {1, 8}, .downsampleY = {1, 4}}), 0.125);
+}
+
+TEST(FrameInfoTest, FramesThatNoHostShouldGiveComeBack) {
+    const golden::Frame& frame = golden::frame("11");
+    for (const std::int32_t side : {0, -5, INT32_MIN}) {
+        EXPECT_TRUE(linesOf(frame.params, {.width = side, .height = 100}).empty());
+        EXPECT_TRUE(linesOf(frame.params, {.width = 100, .height = side}).empty());
+    }
+    for (const PF_RationalScale scale : {PF_RationalScale{1, 0}, {0, 0}, {0, 1}, {-1, 2}}) {
+        FrameInfo info = frame.info;
+        info.downsampleX = info.downsampleY = scale;
+        EXPECT_LT(linesOf(frame.params, info).size(), 1000000u);
+    }
 }
 
 // Frames of one interval are alike, the first interval does not come back, and the others do with
