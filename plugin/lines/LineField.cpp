@@ -5,6 +5,7 @@
 
 #include "lines/Convert.h"
 #include "lines/RandomSequence.h"
+#include "lines/Trigonometry.h"
 
 namespace streakfall {
 namespace {
@@ -107,7 +108,7 @@ LineField::Slots LineField::laySlots() const {
     const double w = slots.step * taper;
     const double v = taper > 0.0 ? slots.step - w : slots.step + w;
     slots.apex = ((0.0 - baseLength) * v) / w;
-    slots.step = std::atan2(w, baseLength);
+    slots.step = vectorAngle(w, baseLength);
     const bool hairFine = std::fabs(slots.step) < 0.001 * kRadiansPerDegree;
     slots.count = hairFine ? 4 * slots.count : kFanSlots;
     return slots;
@@ -120,8 +121,8 @@ void LineField::generate(std::vector<LineRecord>& lines) {
 
     Rows rows;
     if (!layRows(lineLength, rows)) return;
-    const double theta = std::atan2(endY - startY, endX - startX);
-    const Axis axis{std::cos(theta), std::sin(theta)};
+    const auto [sine, cosine] = sineCosine(vectorAngle(endY - startY, endX - startX));
+    const Axis axis{cosine, sine};
     const Slots slots = laySlots();
     const auto count = static_cast<std::int32_t>(prototypes.size());
     const std::int64_t workPerRow = 2 * (std::int64_t{count} + slots.count);

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "lines/LineField.h"
+#include "lines/Trigonometry.h"
 
 namespace streakfall {
 namespace {
@@ -29,7 +30,7 @@ bool placeFan(const LineField& field, double apex, const LinePrototype& q, doubl
     const double phi = q.lateralOffset + py;
     const double limit = field.bandMode == LineField::kArch ? kArchLimit : kBandLimit;
     if (phi > limit || phi < -limit) return false;
-    const double cosine = std::cos(phi), sine = std::sin(phi);
+    const auto [sine, cosine] = sineCosine(phi);
 
     double s, r;
     if (field.bandMode == LineField::kArch) {

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "lines/RandomSequence.h"
+#include "lines/Trigonometry.h"
 #include "share/util/AEException.h"
 #include "shareForLines/ShapeCurve.h"
 
@@ -20,8 +21,9 @@ std::int32_t makeRisingCurve(double bias, std::vector<ShapePoint>& points) {
     const double phi = (1.0 + bias) * kQuarterPi;
     const double p = 0.2;
     const double q = 0.2 + bias * 0.6000000000000001;
+    const auto [sine, cosine] = sineCosine(phi);
     ShapeCurve curve;
-    curve.setCurve(0.0, 0.0, p * std::cos(phi), p * std::sin(phi), 1.0 - q, 1.0, 1.0, 1.0);
+    curve.setCurve(0.0, 0.0, p * cosine, p * sine, 1.0 - q, 1.0, 1.0, 1.0);
     const std::int32_t error = curve.beginWalk(0.0, 1.0, kArcStep, true);
     if (error != 0) return error;
     points.clear();
