@@ -17,7 +17,7 @@ A_u_char dividedBy255(unsigned value) {
     return static_cast<A_u_char>((value + (value >> 8)) >> 8);
 }
 
-// Each depth lays one pixel whose source alpha is not 0. `opacity` is full in the quick paths.
+// Each depth lays one pixel whose source alpha and mask are not 0.
 
 struct Lay8 {
     using Pixel = PF_Pixel;
@@ -26,7 +26,7 @@ struct Lay8 {
     static Ratio opacity(const TransferJob& job) { return job.opacity; }
 
     static void lay(const PF_Pixel& s, Ratio mask, Ratio opacity, PF_Pixel& d) {
-        if (mask == kWhite && opacity == kWhite && (s.alpha == kWhite || d.alpha == kWhite)) {
+        if (mask == kWhite && opacity == kWhite && d.alpha == kWhite) {
             layOverOpaque(s, d);
         } else {
             layAny(s, mask, opacity, d);
@@ -132,6 +132,9 @@ Pixel* pixelAt(const PF_EffectWorld& world, A_long x, A_long y) {
 
 // Most of a line buffer is transparent, so that is passed over several pixels at a time.
 const PF_Pixel* firstVisible(const PF_Pixel* pixel, const PF_Pixel* end) {
+    if (pixel != end && pixel->alpha != 0) {
+        return pixel;
+    }
     constexpr U64 kAlphas = 0x000000FF000000FFull;  // alpha is the lowest byte of a pixel
     for (; end - pixel >= 8; pixel += 8) {
         U64 pair[4];
@@ -173,7 +176,10 @@ void layRow(const TransferJob& job, A_long y, Span span) {
     while (pixel != end) {
         const std::ptrdiff_t x = pixel - origin;
         const auto covered = mask ? static_cast<typename Lay::Ratio>(mask[x].alpha) : Lay::kWhite;
-        if (covered > 0) {
+        const bool whole = covered == Lay::kWhite && opacity == Lay::kWhite;
+        if (whole && (pixel->alpha == Lay::kWhite || dest[x].alpha == 0)) {
+            dest[x] = *pixel;  // what the formula comes to
+        } else if (covered > 0) {
             Lay::lay(*pixel, covered, opacity, dest[x]);
         }
         pixel = firstVisible(pixel + 1, end);
