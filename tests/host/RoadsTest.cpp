@@ -1,6 +1,7 @@
 // Instances and frames as the stand-in plays them, with an effect of the test's own.
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <thread>
 
 #include "StubEffect.h"
@@ -195,4 +196,19 @@ TEST(Hosts, EachHaveTheirOwnBooks) {
     first.reset();
     EXPECT_EQ(second.stop(), 0);
     EXPECT_EQ(second.ledger().violationText(), "");
+}
+
+TEST(Modules, SayWhichFileIsNoEffectAndWhy) {
+    const auto reason = [](const std::string& path) {
+        try {
+            Module module(path);
+            return std::string("loaded");
+        } catch (const ModuleError& error) {
+            return std::string(error.what());
+        }
+    };
+    EXPECT_EQ(reason("no/such.so"), "cannot load the effect module \"no/such.so\": no such file");
+    const std::string text = testing::TempDir() + "no-effect.so";
+    std::ofstream(text) << "text";
+    EXPECT_NE(reason(text).find("cannot load the effect module \"" + text), std::string::npos);
 }
