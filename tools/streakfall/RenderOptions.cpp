@@ -76,13 +76,12 @@ FrameRate parseFrameRate(std::string_view text) {
 
 standin::LayerSize parseSize(std::string_view text, std::string_view option) {
     const auto parts = split(text, 'x');
-    const auto width = parseInt(parts[0]);
-    const auto height = parts.size() == 2 ? parseInt(parts[1]) : std::nullopt;
-    if (!width || !height || *width < 1 || *height < 1 || *width > kPFMaxWorldSide ||
-        *height > kPFMaxWorldSide)
+    const auto side = [&](std::size_t i) { return parseInt(parts[i]).value_or(0); };
+    const auto fits = [](int length) { return length >= 1 && length <= kPFMaxWorldSide; };
+    if (parts.size() != 2 || !fits(side(0)) || !fits(side(1)))
         failUsage("{}: cannot read \"{}\"; write WIDTHxHEIGHT, as in 1920x1080, sides from 1 to {}",
                   option, text, kPFMaxWorldSide);
-    return {*width, *height};
+    return {side(0), side(1)};
 }
 
 RenderOptions::RenderOptions(const RenderTexts& texts)
