@@ -9,7 +9,7 @@ constexpr char kEntryName[] = "EntryPointFunc";
 
 std::string absolutePath(const std::string& path) {
     std::error_code failed;
-    const auto absolute = std::filesystem::absolute(path, failed);
+    const auto absolute = std::filesystem::absolute(path, failed).make_preferred();
     if (failed || !std::filesystem::is_regular_file(absolute, failed)) {
         throw ModuleError("cannot load the effect module \"" + path + "\": no such file");
     }

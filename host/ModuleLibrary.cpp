@@ -1,5 +1,6 @@
 #include "host/ModuleLibrary.h"
 
+#include <filesystem>
 #include <stdexcept>
 
 #ifdef _WIN32
@@ -13,7 +14,7 @@ namespace standin {
 #ifdef _WIN32
 
 void ModuleLibrary::open(const std::string& path) {
-    const HMODULE module = LoadLibraryA(path.c_str());
+    const HMODULE module = LoadLibraryW(std::filesystem::path(path).c_str());
     if (!module) {
         throw std::runtime_error("system error " + std::to_string(GetLastError()));
     }

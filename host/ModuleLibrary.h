@@ -8,7 +8,7 @@ namespace standin {
 // process ends, as with hosts that keep an effect once they have it.
 class ModuleLibrary {
   public:
-    // Once only. Throws std::runtime_error with the system's words.
+    // A path in UTF-8. Once only. Throws std::runtime_error with the system's words.
     void open(const std::string& path);
     // Null when there is no such symbol.
     void* symbol(const char* name) const;

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "host/Handles.h"
+#include "host/PathText.h"
 #include "host/Worlds.h"
 
 namespace standin {
@@ -20,16 +21,13 @@ void clear(StandinDialogControl& control, A_long id) {
 }
 
 // Paths go out in an array of fixed size, with the zero.
-template <class Character>
-PF_Err tellPath(const std::string& path, void* data) {
+template <class Text>
+PF_Err tellPath(const Text& path, void* data) {
     if (path.size() >= kPFPlatDataPathRoom) {
         return PF_Err_BAD_CALLBACK_PARAM;
     }
-    auto* out = static_cast<Character*>(data);
-    for (const char character : path) {
-        *out++ = static_cast<Character>(static_cast<unsigned char>(character));
-    }
-    *out = 0;
+    auto* const out = static_cast<typename Text::value_type*>(data);
+    out[path.copy(out, path.size())] = 0;
     return PF_Err_NONE;
 }
 
@@ -159,10 +157,10 @@ PF_Err Services::platformData(PF_PlatDataID which, void* data) {
         }
         case PF_PlatData_EXE_FILE_PATH:
         case PF_PlatData_RES_FILE_PATH:
-            return tellPath<char>(modulePath_, data);
+            return tellPath(narrowPath(modulePath_), data);
         case PF_PlatData_EXE_FILE_PATH_W:
         case PF_PlatData_RES_FILE_PATH_W:
-            return tellPath<char16_t>(modulePath_, data);
+            return tellPath(widePath(modulePath_), data);
         default:
             return PF_Err_BAD_CALLBACK_PARAM;
     }

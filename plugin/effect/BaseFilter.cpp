@@ -1,26 +1,13 @@
 #include "effect/BaseFilter.h"
 
+#include "effect/Announcement.h"
 #include "params/AboutText.h"
 #include "params/OptionsDialog.h"
 #include "params/ParamTable.h"
-#include "params/ProductVersion.h"
 #include "params/SequenceData.h"
 #include "params/UiReactions.h"
 
 namespace streakfall {
-
-namespace {
-
-constexpr PF_OutFlags kOutFlags = PF_OutFlag_WIDE_TIME_INPUT |
-                                  PF_OutFlag_SEQUENCE_DATA_NEEDS_FLATTENING |
-                                  PF_OutFlag_I_DO_DIALOG | PF_OutFlag_USE_OUTPUT_EXTENT |
-                                  PF_OutFlag_DEEP_COLOR_AWARE | PF_OutFlag_SEND_UPDATE_PARAMS_UI;
-
-constexpr PF_OutFlags2 kOutFlags2 =
-    PF_OutFlag2_SUPPORTS_QUERY_DYNAMIC_FLAGS | PF_OutFlag2_PARAM_GROUP_START_COLLAPSED_FLAG |
-    PF_OutFlag2_I_AM_THREADSAFE | PF_OutFlag2_SUPPORTS_SMART_RENDER | PF_OutFlag2_FLOAT_COLOR_AWARE;
-
-}  // namespace
 
 PF_Err BaseFilter::Dispatch(PF_Cmd cmd, PF_InData* inData, PF_OutData* outData,
                             PF_ParamDef** params, PF_LayerDef* output, void* extra) {

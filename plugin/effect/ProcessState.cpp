@@ -12,7 +12,7 @@ namespace streakfall {
 
 namespace {
 
-constinit std::mutex stateMutex;
+std::mutex stateMutex;
 constinit std::atomic<BaseFilter*> effect{nullptr};
 
 void takeDown() {

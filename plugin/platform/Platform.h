@@ -1,7 +1,8 @@
 // The one door to the system: settings file, dialog, keys, command line, code page.
 //
 // windows.cpp calls the functions of the system that each operation is named after; portable.cpp
-// gives the same effects where that system is absent. Texts are in the process's narrow code page.
+// gives the same effects where that system is absent. Texts are in the process's narrow code page,
+// but for the dialog's, which are in code page 932, of which ASCII is a part.
 // Nothing here holds a lock: the settings file belongs to one command at a time.
 #pragma once
 

@@ -28,7 +28,7 @@ struct Codes {
     }
 };
 
-constinit std::mutex listMutex;
+std::mutex listMutex;
 constinit Codes* list = nullptr;  // under listMutex
 
 }  // namespace
