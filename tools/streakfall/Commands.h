@@ -10,5 +10,6 @@ void addRenderCommand(CLI::App& program, int& result);
 void addParamsCommand(CLI::App& program, int& result);
 void addDefaultsCommand(CLI::App& program, int& result);
 void addAboutCommand(CLI::App& program, int& result);
+void addValidateCommand(CLI::App& program, int& result);
 
 }  // namespace tool

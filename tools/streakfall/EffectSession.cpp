@@ -11,17 +11,6 @@ namespace {
 
 constexpr char kModuleName[] = "Q_Streakfall.so";
 
-std::string locateModule(const std::string& given) {
-    std::error_code error;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-    const std::filesystem::path path =
-        given.empty() ? program.parent_path() / kModuleName : std::filesystem::path(given);
-    if (!std::filesystem::exists(path, error))
-        fail(Exit::kEffect, "there is no effect module {}{}", path.string(),
-             given.empty() ? "; name it with --module" : "");
-    return std::filesystem::absolute(path).string();
-}
-
 // The parts of the host's packed version word.
 struct Version {
     A_u_long major, minor, bugFix;
@@ -32,6 +21,17 @@ Version unpack(A_u_long word) {
 }
 
 }  // namespace
+
+std::string locateModule(const std::string& given) {
+    std::error_code error;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+    const std::filesystem::path path =
+        given.empty() ? program.parent_path() / kModuleName : std::filesystem::path(given);
+    if (!std::filesystem::exists(path, error))
+        fail(Exit::kEffect, "there is no effect module {}{}", path.string(),
+             given.empty() ? "; name it with --module" : "");
+    return std::filesystem::absolute(path).string();
+}
 
 EffectSession::EffectSession(const std::string& modulePath) try
     : module_(locateModule(modulePath)), host_(std::make_unique<standin::Host>(module_)) {

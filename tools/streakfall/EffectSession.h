@@ -11,6 +11,10 @@
 
 namespace tool {
 
+// Absolute path of the effect module: the given one, or when that is empty the one beside the
+// program. Throws Failure (effect) when there is none.
+[[nodiscard]] std::string locateModule(const std::string& given);
+
 class EffectSession {
   public:
     // An empty path means the module beside the program. Throws Failure (effect).

@@ -252,6 +252,10 @@ void writePicture(const std::string& path, const Image& image) {
     const std::vector<std::byte> samples = fileSamples(image, form.type);
     OIIO::ImageSpec spec(image.width(), image.height(), 4, form.type);
     spec.attribute(kStraight, 1);
+    // EXR files get the time of day when nothing stands there. What is no text is not written, so
+    // that equal pictures are equal files; the library's word about it is not for the user.
+    spec.attribute("DateTime", 0);
+    OIIO::attribute("debug", 0);
     const auto output = OIIO::ImageOutput::create(form.format);
     OIIO::Filesystem::IOVecOutput memory;
     if (!output || !output->set_ioproxy(&memory) || !output->open(path, spec) ||

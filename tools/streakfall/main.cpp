@@ -24,6 +24,7 @@ int main(int argc, char** argv) {
     tool::addParamsCommand(program, result);
     tool::addDefaultsCommand(program, result);
     tool::addAboutCommand(program, result);
+    tool::addValidateCommand(program, result);
     program.footer("streakfall COMMAND --help tells more of a command.");
     try {
         program.parse(argc, argv);
