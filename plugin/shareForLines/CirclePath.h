@@ -20,6 +20,8 @@ struct DabCentre {
     std::int32_t xi, yi;  // pixel that holds the centre
     std::int32_t fx, fy;  // rest in 1/16 pixels, 0 to 16
     double cx, cy;        // the same in pixels: the centre in dab coordinates
+
+    bool operator==(const DabCentre&) const = default;
 };
 
 inline std::int32_t roundHalfUp(double v) { return truncToI32(std::floor(v + 0.5)); }
@@ -49,6 +51,21 @@ struct Arc {
     std::int8_t minorX, minorY;      // the candidate that changes the minor coordinate
     bool minorWhenInside;            // taken when D(midpoint) < 0, else when D >= 0
     std::int8_t outwardX, outwardY;  // towards the pair pixel when the walk is inside the circle
+
+    bool runs(const DabCentre& c, std::int32_t X, std::int32_t Y) const {
+        return whileU * (16 * X - c.fx) + whileV * (16 * Y - c.fy) > 0;
+    }
+
+    // One step from (X, Y). k: decisionConstant of the circle.
+    void step(const DabCentre& c, std::int64_t k, std::int32_t& X, std::int32_t& Y) const {
+        // The midpoint of the two candidates, doubled.
+        const std::int64_t p = 2 * (X + majorX) + minorX;
+        const std::int64_t q = 2 * (Y + majorY) + minorY;
+        const std::int64_t d = 16 * p * p - 4 * c.fx * p + 16 * q * q - 4 * c.fy * q + k;
+        const bool minor = (d < 0) == minorWhenInside;
+        X += majorX + (minor ? minorX : 0);
+        Y += majorY + (minor ? minorY : 0);
+    }
 };
 
 inline constexpr Arc kArcs[8] = {
@@ -62,22 +79,21 @@ inline constexpr Arc kArcs[8] = {
     {-1, 0, 1, 0, 0, 1, true, 0, 1},     // u < 0
 };
 
+// K of the decision value.
+inline std::int64_t decisionConstant(const DabCentre& c, double r) {
+    return roundHalfUp(((-16.0 * r) * r + c.fx * c.cx + c.fy * c.cy) * 4.0);
+}
+
 // Calls visit(X, Y, arc) at every pixel of the walk, in order. The walk begins at the bottom of
 // the circle; the start itself is not visited, it comes back, or nearly, at the end.
 template <class Visit>
 void walkCircle(const DabCentre& c, double r, Visit&& visit) {
-    const std::int64_t k = roundHalfUp(((-16.0 * r) * r + c.fx * c.cx + c.fy * c.cy) * 4.0);
+    const std::int64_t k = decisionConstant(c, r);
     std::int32_t X = truncToI32(std::ceil(c.cx));
     std::int32_t Y = roundHalfUp(c.cy + std::sqrt(r * r - (X - c.cx) * (X - c.cx)));
     for (const Arc& arc : kArcs) {
-        while (arc.whileU * (16 * X - c.fx) + arc.whileV * (16 * Y - c.fy) > 0) {
-            // The midpoint, doubled.
-            const std::int64_t p = 2 * (X + arc.majorX) + arc.minorX;
-            const std::int64_t q = 2 * (Y + arc.majorY) + arc.minorY;
-            const std::int64_t d = 16 * p * p - 4 * c.fx * p + 16 * q * q - 4 * c.fy * q + k;
-            const bool minor = (d < 0) == arc.minorWhenInside;
-            X += arc.majorX + (minor ? arc.minorX : 0);
-            Y += arc.majorY + (minor ? arc.minorY : 0);
+        while (arc.runs(c, X, Y)) {
+            arc.step(c, k, X, Y);
             visit(X, Y, arc);
         }
     }

@@ -1,21 +1,100 @@
 #include "shareForLines/LineTracer.h"
 
 #include "shareForLines/DabPainter.h"
+#include "shareForLines/InstructionSet.h"
+#include "shareForLines/LargeRunAvx2.h"
 #include "shareForLines/LineWalk.h"
+#include "shareForLines/SmallDabAvx2.h"
 
 namespace streakfall {
+namespace {
+
+// How many steps ahead of the pen pixels are asked for.
+constexpr double kStepsAhead = 24.0;
+
+// Paints the dabs of one line in walk order, each by the fastest way that leaves the same bits.
+template <class Depth>
+class LinePainter {
+  public:
+    LinePainter(LineCanvas& lineCanvas, const Stroke<Depth>& stroke, const LineWalk& walk)
+        : canvas(lineCanvas),
+          pen(stroke.pen),
+          strokeAlpha(stroke.pen.alpha),
+          ux(walk.directionX()),
+          uy(walk.directionY()),
+          wide(instructionSet() >= InstructionSet::kAvx2),
+          straight(wide && !stroke.waveEnabled && (ux != 0.0 || uy != 0.0)),
+          run(ux, uy) {}
+
+    // The dab touches the canvas.
+    void paint(const Dab& dab) {
+        setFactor(dab.factor);
+        if (pen.alpha == 0) return;
+        if (dab.radius >= kLargeRadius) {
+            paintLarge(dab);
+            return;
+        }
+        flush();
+        if (wide) {
+            askForPixels(dab);
+            small.paint(canvas, pen, dab);
+        } else {
+            paintDab<Depth>(canvas, pen, dab);
+        }
+    }
+
+    void flush() { run.flush(canvas, pen); }
+
+  private:
+    void setFactor(double f) {
+        if (f == factor) return;
+        const auto alpha = Depth::scaleAlpha(strokeAlpha, f);
+        if (alpha != pen.alpha) flush();
+        pen.alpha = alpha;
+        factor = f;
+    }
+
+    void paintLarge(const Dab& dab) {
+        if (straight) {
+            if (run.add(dab)) return;
+            flush();
+            if (run.add(dab)) return;
+        }
+        paintDab<Depth>(canvas, pen, dab);
+    }
+
+    // A line that runs down the frame meets a new page of memory in every row, which no
+    // processor foresees.
+    void askForPixels(const Dab& dab) const {
+        const double x = dab.x + kStepsAhead * ux, y = dab.y + kStepsAhead * uy;
+        if (!(x >= 0 && y >= 0 && x < canvas.width && y < canvas.height)) return;
+        __builtin_prefetch(
+            canvas.row<Depth>(static_cast<std::int32_t>(y)) + static_cast<std::int32_t>(x), 1);
+    }
+
+    LineCanvas& canvas;
+    typename Depth::Pixel pen;  // its alpha is that of the current dab
+    typename Depth::Channel strokeAlpha;
+    double factor = 1.0;  // of the pen's alpha
+    double ux, uy;        // direction of the line
+    bool wide;            // vectors may be used
+    bool straight;        // and runs of large dabs
+    SmallDabAvx2<Depth> small;
+    LargeRunAvx2<Depth> run;
+};
+
+}  // namespace
 
 template <class Depth>
 void traceLine(Stroke<Depth>& stroke, LineCanvas& canvas, const LineRecord& line) {
     if (!(stroke.thickness > 0.0) || stroke.pen.alpha == 0 || canvas.world == nullptr) return;
     LineWalk walk(stroke, line);
-    typename Depth::Pixel pen = stroke.pen;
+    LinePainter<Depth> painter(canvas, stroke, walk);
     Dab dab;
     while (walk.next(dab)) {
-        if (!touchesCanvas(canvas, dab)) continue;
-        pen.alpha = Depth::scaleAlpha(stroke.pen.alpha, dab.factor);
-        if (pen.alpha != 0) paintDab<Depth>(canvas, pen, dab);
+        if (touchesCanvas(canvas, dab)) painter.paint(dab);
     }
+    painter.flush();
 }
 
 template void traceLine<Depth8>(Stroke<Depth8>&, LineCanvas&, const LineRecord&);

@@ -1,6 +1,10 @@
 // A line buffer in a plain array, so that strokes can be drawn with no host at all.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
 #include <vector>
 
 #include "shareForLines/LineCanvas.h"
@@ -12,17 +16,19 @@ template <class Depth>
 struct PaintBox {
     using Pixel = typename Depth::Pixel;
 
-    PaintBox(int width, int height) : storage(static_cast<std::size_t>(width * height)) {
+    // spare: pixels at the end of each row that belong to nobody.
+    PaintBox(int width, int height, int spare = 0)
+        : stride(width + spare), storage(static_cast<std::size_t>(stride * height)) {
         world.data = reinterpret_cast<decltype(world.data)>(storage.data());
         world.width = width;
         world.height = height;
-        world.rowbytes = width * static_cast<int>(sizeof(Pixel));
+        world.rowbytes = stride * static_cast<int>(sizeof(Pixel));
         canvas = LineCanvas(nullptr, nullptr, &world, {});
     }
     PaintBox(const PaintBox&) = delete;
     PaintBox& operator=(const PaintBox&) = delete;
 
-    Pixel& at(int x, int y) { return storage[static_cast<std::size_t>(y * canvas.width + x)]; }
+    Pixel& at(int x, int y) { return storage[static_cast<std::size_t>(y * stride + x)]; }
 
     std::vector<int> alphas(int y, int from, int to) {
         std::vector<int> row;
@@ -36,6 +42,22 @@ struct PaintBox {
         return count;
     }
 
+    // Names the first pixel whose bytes differ, spare ones too; empty when there is none.
+    std::string firstDifference(const PaintBox& other) const {
+        const auto bytes = [](const PaintBox& box, std::size_t i) {
+            return std::string(reinterpret_cast<const char*>(&box.storage[i]), sizeof(Pixel));
+        };
+        if (std::memcmp(storage.data(), other.storage.data(), storage.size() * sizeof(Pixel)) ==
+            0) {
+            return "";
+        }
+        std::size_t i = 0;
+        while (bytes(*this, i) == bytes(other, i)) ++i;
+        const auto width = static_cast<std::size_t>(stride);
+        return "pixel " + std::to_string(i % width) + ", " + std::to_string(i / width);
+    }
+
+    int stride;
     std::vector<Pixel> storage;
     PF_EffectWorld world{};
     LineCanvas canvas;

@@ -1,0 +1,43 @@
+// Paints small dabs eight pixels of a row at a time.
+//
+// Why the bits are those of the pixel-by-pixel way: of a pixel's signed distance only the table
+// column counts, a whole number. It is taken from the closed form of the distance, in single
+// precision, as long as that lies farther from the next column than its error can reach; a row
+// with a pixel nearer than that is worked out by the exact chain of additions. Coverage and merge
+// are then the same integers.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "shareForLines/CoverageTable.h"
+#include "shareForLines/LineCanvas.h"
+#include "shareForLines/LineWalk.h"
+#include "shareForLines/SmallDabBox.h"
+
+namespace streakfall {
+
+// Owner: the painter of one line; keeps the coverage of the radius before.
+template <class Depth>
+class SmallDabAvx2 {
+  public:
+    using Pixel = typename Depth::Pixel;
+
+    // Needs a processor with AVX2. The dab is small and touches the canvas; pen.alpha is the
+    // dab's own, above 0.
+    void paint(LineCanvas& canvas, const Pixel& pen, const Dab& dab);
+
+  private:
+    void prepare(double radius, typename Depth::Channel alpha);
+    // kBlocks: vectors of eight pixels across the box; a small dab is at most 11 pixels wide.
+    template <int kBlocks>
+    void paintRows(LineCanvas& canvas, const Pixel& pen, const Dab& dab, const SmallDabBox& box);
+
+    double radius = 0;  // of the tables below; 0 before the first
+    typename Depth::Channel penAlpha{};
+    // Paint by column: the alpha itself in 8 bits, else the coverage.
+    alignas(32) std::array<std::uint8_t, kCoverageColumns> paint_{};
+    std::array<typename Depth::Channel, 256> alphas{};  // by coverage, beyond 8 bits
+};
+
+}  // namespace streakfall

@@ -1,0 +1,175 @@
+// The product's stroke drawing against its plain twin: random strokes on top of each other, equal
+// to the bit after each of them.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <random>
+
+#include "PaintBox.h"
+#include "reference/PlainStroke.h"
+#include "shareForLines/InstructionSet.h"
+
+namespace streakfall {
+namespace {
+
+class Chance {
+  public:
+    explicit Chance(std::uint32_t seed) : random(seed) {}
+    bool oneIn(int n) { return std::uniform_int_distribution<int>(1, n)(random) == 1; }
+    double between(double low, double high) {
+        return std::uniform_real_distribution<double>(low, high)(random);
+    }
+    template <std::size_t N>
+    double oneOf(const double (&values)[N]) {
+        return values[std::uniform_int_distribution<std::size_t>(0, N - 1)(random)];
+    }
+
+  private:
+    std::mt19937 random;
+};
+
+// Everything that a stroke is drawn from, apart from the depth.
+struct Case {
+    LineRecord line;
+    std::uint8_t red, green, blue;
+    double opacity;
+};
+
+constexpr int kWidth = 190, kHeight = 130;
+
+double randomThickness(Chance& chance) {
+    switch (static_cast<int>(chance.between(0, 7))) {
+        case 0:
+            return chance.between(0.02, 3.0);  // radius about 1 and below
+        case 1:
+            return chance.between(8.0, 12.0);  // about 5, where large dabs begin
+        case 2:
+            return chance.between(20.0, 24.0);  // about 11, where the table ends
+        case 3:
+            return chance.oneOf({2.0, 4.0, 10.0, 22.0, 40.0});
+        case 4:
+            return chance.between(24.0, 160.0);
+        default:
+            return chance.between(0.5, 12.0);
+    }
+}
+
+Case randomCase(Chance& chance) {
+    Case c{};
+    const double margin = chance.oneIn(3) ? 60.0 : 5.0;
+    c.line.x0 = chance.between(-margin, kWidth + margin);
+    c.line.y0 = chance.between(-margin, kHeight + margin);
+    const double length =
+        chance.oneOf({0.0, 3.0, 20.0, 90.0, 200.0, 400.0}) * chance.between(0.5, 1);
+    double angle = chance.between(-3.2, 3.2);
+    if (chance.oneIn(4)) angle = 0.78539816339744828 * std::floor(chance.between(0, 8));
+    c.line.x1 = c.line.x0 + length * std::cos(angle);
+    c.line.y1 = c.line.y0 + length * std::sin(angle);
+    if (chance.oneIn(8)) {
+        // Whole numbers: places where the rounding of a sum decides a column.
+        for (double* v : {&c.line.x0, &c.line.y0, &c.line.x1, &c.line.y1}) *v = std::round(*v);
+    }
+    c.line.thickness = randomThickness(chance);
+    c.line.axialPosition = chance.between(-100, 100);
+    c.line.seed = static_cast<std::int32_t>(chance.between(-1e9, 1e9));
+    // Few colours, so that strokes meet their own as well as others.
+    c.red = static_cast<std::uint8_t>(chance.oneOf({0, 255, 90}));
+    c.green = static_cast<std::uint8_t>(chance.oneOf({0, 31}));
+    c.blue = c.red;
+    c.opacity = chance.oneIn(2) ? 1.0 : chance.oneOf({0.5, 0.996, 0.1, 0.004});
+    return c;
+}
+
+void randomForm(Chance& chance, StrokeForm& form) {
+    form.inOutEnabled = chance.oneIn(2);
+    form.startThicknessRatio = form.inOutEnabled && chance.oneIn(2) ? chance.between(0, 1) : 0.0;
+    form.endThicknessRatio = form.inOutEnabled && chance.oneIn(2) ? chance.between(0, 1) : 0.0;
+    if (!form.inOutEnabled) form.startThicknessRatio = form.endThicknessRatio = 1.0;
+    form.inLength = chance.oneOf({0.0, 2.0, 30.0, 150.0, 500.0});
+    form.outLength = chance.oneOf({0.0, 2.0, 30.0, 150.0, 500.0});
+    const bool opacityRamp = chance.oneIn(4);
+    form.startOpacity = opacityRamp ? chance.between(0, 1) : 1.0;
+    form.endOpacity = opacityRamp ? chance.between(0, 1) : 1.0;
+    form.opacityCenter = opacityRamp ? chance.oneOf({0.0, 0.3, 0.5, 1.0}) : 0.5;
+    form.waveEnabled = chance.oneIn(4);
+    form.wave.amount = chance.oneOf({-40.0, 5.0, 15.0, 60.0});
+    form.wave.amountRandom = chance.between(0, 1);
+    form.wave.wavelength = chance.oneOf({1.0, 12.0, 50.0});
+    form.wave.wavelengthRandom = chance.between(0, 1);
+    form.wave.phase = chance.between(-50, 50);
+    form.wave.phaseRandom = chance.between(-50, 50);
+}
+
+template <class Depth>
+void draw(PaintBox<Depth>& box, StrokeForm& form, const Case& c, bool plain) {
+    auto& stroke = static_cast<Stroke<Depth>&>(form);
+    stroke.pen = penOf<Depth>(c.red, c.green, c.blue, c.opacity);
+    stroke.thickness = c.line.thickness;
+    if (plain) {
+        reference::traceLine(stroke, box.canvas, c.line);
+    } else {
+        traceLine(stroke, box.canvas, c.line);
+    }
+}
+
+template <class Depth>
+class PlainTwin : public ::testing::Test {
+  public:
+    ~PlainTwin() override { forceInstructionSet(InstructionSet::kAvx2); }
+
+    // Draws `strokes` random strokes both ways. Rows are wider than the buffer; the rest of a row
+    // must stay as it was.
+    void compare(std::uint32_t seed, int strokes, InstructionSet set) {
+        forceInstructionSet(set);
+        Chance chance(seed);
+        const int width = chance.oneIn(6) ? 9 : kWidth, height = chance.oneIn(6) ? 7 : kHeight;
+        PaintBox<Depth> product(width, height, 3), plain(width, height, 3);
+        Stroke<Depth> a, b;
+        for (int n = 0; n < strokes; ++n) {
+            Chance form(seed + static_cast<std::uint32_t>(n) * 7919u), same = form;
+            randomForm(form, a);
+            randomForm(same, b);
+            const Case c = randomCase(chance);
+            draw(product, a, c, false);
+            draw(plain, b, c, true);
+            const auto difference = product.firstDifference(plain);
+            ASSERT_EQ(difference, "") << "seed " << seed << " stroke " << n << " set "
+                                      << static_cast<int>(set) << " thickness " << c.line.thickness;
+        }
+    }
+};
+TYPED_TEST_SUITE(PlainTwin, Depths);
+
+constexpr InstructionSet kSets[] = {InstructionSet::kBaseline, InstructionSet::kAvx2};
+
+TYPED_TEST(PlainTwin, RandomStrokes) {
+    for (std::uint32_t seed = 0; seed < 60; ++seed) {
+        for (const InstructionSet set : kSets) {
+            this->compare(seed, set == InstructionSet::kBaseline ? 12 : 60, set);
+            if (this->HasFatalFailure()) return;
+        }
+    }
+}
+
+// Runs for STREAKFALL_TWIN_SECONDS, 10 unless set, from seed STREAKFALL_SEED on.
+template <class Depth>
+class LongPlainTwin : public PlainTwin<Depth> {};
+TYPED_TEST_SUITE(LongPlainTwin, Depths);
+
+TYPED_TEST(LongPlainTwin, RandomStrokes) {
+    const char* seconds = std::getenv("STREAKFALL_TWIN_SECONDS");
+    const char* first = std::getenv("STREAKFALL_SEED");
+    const auto end = std::chrono::steady_clock::now() +
+                     std::chrono::seconds(seconds != nullptr ? std::atoi(seconds) : 10);
+    auto seed = static_cast<std::uint32_t>(first != nullptr ? std::atoi(first) : 1000);
+    for (; std::chrono::steady_clock::now() < end; ++seed) {
+        this->compare(seed, 80, InstructionSet::kAvx2);
+        if (this->HasFatalFailure()) return;
+    }
+    std::printf("seeds up to %u\n", seed);
+}
+
+}  // namespace
+}  // namespace streakfall
