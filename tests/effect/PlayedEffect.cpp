@@ -30,8 +30,13 @@ Value valueFrom(const streakfall::ParamRow& row, const std::vector<double>& raw,
 
 }  // namespace
 
+std::string& modulePath() {
+    static std::string path = STREAKFALL_MODULE;
+    return path;
+}
+
 Module& module() {
-    static Module one(STREAKFALL_MODULE);
+    static Module one(modulePath());
     return one;
 }
 

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "host/FrameRender.h"
 #include "host/Host.h"
@@ -16,6 +17,9 @@ namespace played {
 
 inline constexpr standin::Depth kDepths[] = {standin::Depth::bits8, standin::Depth::bits16,
                                              standin::Depth::float32};
+
+// The file of the module; a program may name another one before the first use.
+std::string& modulePath();
 
 // The one module of this process.
 standin::Module& module();

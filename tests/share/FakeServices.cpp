@@ -1,10 +1,12 @@
 #include "FakeServices.h"
 
-#include <cstdlib>
+#include <new>
 
 FakeServices* FakeServices::active = nullptr;
 
 namespace {
+
+constexpr std::align_val_t kAlignment{64};
 
 // What a fake handle points at: its first pointer is the address, as the host promises.
 struct Block {
@@ -50,8 +52,7 @@ struct FakeCalls {
         fake().lastSize = size;
         if (fake().newHandleFails) return nullptr;
         auto* const block = new Block;
-        const std::size_t room = (size + fake().misalignment + 63) / 64 * 64;
-        block->storage = std::aligned_alloc(64, room);
+        block->storage = ::operator new(size + fake().misalignment, kAlignment);
         block->address = static_cast<char*>(block->storage) + fake().misalignment;
         ++fake().handles;
         return reinterpret_cast<PF_Handle>(block);
@@ -64,7 +65,7 @@ struct FakeCalls {
     static void unlock(PF_Handle) { --fake().locks; }
     static void dispose(PF_Handle handle) {
         auto* const block = reinterpret_cast<Block*>(handle);
-        std::free(block->storage);
+        ::operator delete(block->storage, kAlignment);
         delete block;
         --fake().handles;
     }
