@@ -31,10 +31,11 @@ class LinePainter {
         setFactor(dab.factor);
         if (pen.alpha == 0) return;
         if (dab.radius >= kLargeRadius) {
+            small.flush(canvas, pen);
             paintLarge(dab);
             return;
         }
-        flush();
+        run.flush(canvas, pen);
         if (wide) {
             askForPixels(dab);
             small.paint(canvas, pen, dab);
@@ -43,7 +44,10 @@ class LinePainter {
         }
     }
 
-    void flush() { run.flush(canvas, pen); }
+    void flush() {
+        small.flush(canvas, pen);
+        run.flush(canvas, pen);
+    }
 
   private:
     void setFactor(double f) {
@@ -57,7 +61,7 @@ class LinePainter {
     void paintLarge(const Dab& dab) {
         if (straight) {
             if (run.add(dab)) return;
-            flush();
+            run.flush(canvas, pen);
             if (run.add(dab)) return;
         }
         paintDab<Depth>(canvas, pen, dab);

@@ -1,6 +1,7 @@
 #include "shareForLines/SmallDabAvx2.h"
 
 #include <algorithm>
+#include <cmath>
 #include <type_traits>
 
 #include "shareForLines/SmallDabBox.h"
@@ -23,11 +24,14 @@ constexpr double kFine = 4096.0;
 constexpr double kGuard = 0.5;
 // Below this radius the closed form is too steep for single precision.
 constexpr double kSteepRadius = 0.05;
+// Dabs nearer to each other than this, in place and radius, move the closed form by less than a
+// hundredth of the guard.
+constexpr double kTwin = 1e-9;
 
 // The exact way for one row: the chain of additions from the corner of the box.
-__attribute__((noinline)) void exactColumns(const SmallDabBox& box, double x, double y, double r,
+__attribute__((noinline)) void exactColumns(const SmallDabBox& box, const Dab& dab,
                                             std::int32_t line, std::int32_t* columns) {
-    DistanceChain chain(box, x, y, r);
+    DistanceChain chain(box, dab.x, dab.y, dab.radius);
     for (std::int32_t above = box.ya; above < line; ++above) chain.nextRow();
     for (std::int32_t i = box.xa; i <= box.xb; ++i) {
         columns[i - box.xa] = coverageColumn(chain.nextPixel());
@@ -62,7 +66,7 @@ void SmallDabAvx2<Depth>::prepare(double r, typename Depth::Channel alpha) {
 template <class Depth>
 template <int kBlocks>
 void SmallDabAvx2<Depth>::paintRows(LineCanvas& canvas, const Pixel& pen, const Dab& dab,
-                                    const SmallDabBox& box) {
+                                    const SmallDabBox& box, const Dab* twin) {
     // Column in 4096ths: (8 / r) (p^2 + q^2) - 8 r + 16.5, times 4096.
     const double r = dab.radius;
     const double scale = kFine * 8.0 / r;
@@ -90,7 +94,7 @@ void SmallDabAvx2<Depth>::paintRows(LineCanvas& canvas, const Pixel& pen, const 
     const bool room = box.xa + kBlocks * kLanes <= canvas.width;
     const RowMerge<Depth> merge{pen, alphas};
     auto* row = reinterpret_cast<unsigned char*>(canvas.row<Depth>(box.ya) + box.xa);
-    const double x = dab.x, y = dab.y;
+    const double y = dab.y;
     for (std::int32_t line = box.ya; line <= box.yb; ++line, row += canvas.rowBytes) {
         const double q = line - y;
         const __m256 down = _mm256_set1_ps(static_cast<float>(scale * (q * q) + base));
@@ -104,30 +108,71 @@ void SmallDabAvx2<Depth>::paintRows(LineCanvas& canvas, const Pixel& pen, const 
                 _mm256_or_si256(near, _mm256_and_si256(_mm256_cmpgt_epi32(span, rest), lanes[i]));
             columns[i] = _mm256_srli_epi32(fine, 12);
         }
-        if (_mm256_testz_si256(near, near) == 0 || steep) [[unlikely]] {
-            alignas(32) std::int32_t exact[kBlocks * kLanes] = {};
-            exactColumns(box, x, y, r, line, exact);
-            for (int i = 0; i < kBlocks; ++i) columns[i] = load(exact + i * kLanes);
+        Pixel* pixels = reinterpret_cast<Pixel*>(row);
+        const auto mergeColumns = [&](const __m256i* found, int times) {
+            for (int i = 0; i < kBlocks; ++i) {
+                const __m256i paint =
+                    _mm256_and_si256(lookUp(lowPaint, highPaint, found[i]), keep[i]);
+                merge(pixels + i * kLanes, std::min(width - i * kLanes, kLanes), room, paint,
+                      times);
+            }
+        };
+        if (_mm256_testz_si256(near, near) != 0 && !steep) [[likely]] {
+            mergeColumns(columns, twin != nullptr ? 2 : 1);
+            continue;
         }
-        for (int i = 0; i < kBlocks; ++i) {
-            const __m256i paint =
-                _mm256_and_si256(lookUp(lowPaint, highPaint, columns[i]), keep[i]);
-            merge(reinterpret_cast<Pixel*>(row) + i * kLanes, std::min(width - i * kLanes, kLanes),
-                  room, paint);
+        for (const Dab* each : {&dab, twin}) {
+            if (each == nullptr) continue;
+            alignas(32) std::int32_t exact[kBlocks * kLanes] = {};
+            exactColumns(box, *each, line, exact);
+            for (int i = 0; i < kBlocks; ++i) columns[i] = load(exact + i * kLanes);
+            mergeColumns(columns, 1);
         }
     }
 }
 
 template <class Depth>
-void SmallDabAvx2<Depth>::paint(LineCanvas& canvas, const Pixel& pen, const Dab& dab) {
-    SmallDabBox box;
-    if (!box.place(dab.x, dab.y, dab.radius, canvas.width, canvas.height)) return;
-    if (dab.radius != radius || pen.alpha != penAlpha) prepare(dab.radius, pen.alpha);
-    if (box.xb - box.xa < kLanes) {
-        paintRows<1>(canvas, pen, dab, box);
+void SmallDabAvx2<Depth>::paintHeld(LineCanvas& canvas, const Pixel& pen, const Dab* twin) {
+    holds = false;
+    if (held.radius != radius || pen.alpha != penAlpha) prepare(held.radius, pen.alpha);
+    if (heldBox.xb - heldBox.xa < kLanes) {
+        paintRows<1>(canvas, pen, held, heldBox, twin);
     } else {
-        paintRows<2>(canvas, pen, dab, box);
+        paintRows<2>(canvas, pen, held, heldBox, twin);
     }
+}
+
+// A dab that differs from the held one by rounding alone: the same box, the same coverage by
+// column, and a place so near that only the exact way could tell the two apart.
+template <class Depth>
+bool SmallDabAvx2<Depth>::isTwin(const Dab& dab, const SmallDabBox& itsBox) const {
+    if (std::fabs(dab.x - held.x) > kTwin || std::fabs(dab.y - held.y) > kTwin ||
+        std::fabs(dab.radius - held.radius) > kTwin || !(itsBox == heldBox)) {
+        return false;
+    }
+    CoverageBlend one, other;
+    setCoverageBlend(one, held.radius);
+    setCoverageBlend(other, dab.radius);
+    return one.rowLow == other.rowLow && one.weightHigh == other.weightHigh;
+}
+
+template <class Depth>
+void SmallDabAvx2<Depth>::paint(LineCanvas& canvas, const Pixel& pen, const Dab& dab) {
+    SmallDabBox itsBox;
+    if (!itsBox.place(dab.x, dab.y, dab.radius, canvas.width, canvas.height)) return;
+    if (holds && isTwin(dab, itsBox)) {
+        paintHeld(canvas, pen, &dab);
+        return;
+    }
+    flush(canvas, pen);
+    held = dab;
+    heldBox = itsBox;
+    holds = true;
+}
+
+template <class Depth>
+void SmallDabAvx2<Depth>::flush(LineCanvas& canvas, const Pixel& pen) {
+    if (holds) paintHeld(canvas, pen, nullptr);
 }
 
 template class SmallDabAvx2<Depth8>;

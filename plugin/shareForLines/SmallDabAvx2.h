@@ -5,6 +5,9 @@
 // precision, as long as that lies farther from the next column than its error can reach; a row
 // with a pixel nearer than that is worked out by the exact chain of additions. Coverage and merge
 // are then the same integers.
+//
+// The walk puts many dabs on the place of the one before, but for rounding. Such twins are worked
+// out once and merged twice.
 #pragma once
 
 #include <array>
@@ -24,15 +27,26 @@ class SmallDabAvx2 {
     using Pixel = typename Depth::Pixel;
 
     // Needs a processor with AVX2. The dab is small and touches the canvas; pen.alpha is the
-    // dab's own, above 0.
+    // dab's own, above 0. The dab may be held back until the next call.
     void paint(LineCanvas& canvas, const Pixel& pen, const Dab& dab);
 
+    // Paints what is held back. Due before anything else touches the canvas and before the pen
+    // changes.
+    void flush(LineCanvas& canvas, const Pixel& pen);
+
   private:
+    bool isTwin(const Dab& dab, const SmallDabBox& itsBox) const;
+    void paintHeld(LineCanvas& canvas, const Pixel& pen, const Dab* twin);
     void prepare(double radius, typename Depth::Channel alpha);
     // kBlocks: vectors of eight pixels across the box; a small dab is at most 11 pixels wide.
+    // twin: null, or a dab to merge after this one.
     template <int kBlocks>
-    void paintRows(LineCanvas& canvas, const Pixel& pen, const Dab& dab, const SmallDabBox& box);
+    void paintRows(LineCanvas& canvas, const Pixel& pen, const Dab& dab, const SmallDabBox& box,
+                   const Dab* twin);
 
+    bool holds = false;
+    Dab held{};
+    SmallDabBox heldBox{};
     double radius = 0;  // of the tables below; 0 before the first
     typename Depth::Channel penAlpha{};
     // Paint by column: the alpha itself in 8 bits, else the coverage.

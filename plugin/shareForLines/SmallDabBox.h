@@ -12,6 +12,8 @@ namespace streakfall {
 struct SmallDabBox {
     std::int32_t xa, xb, ya, yb;
 
+    bool operator==(const SmallDabBox&) const = default;
+
     // False when nothing of the box lies in the buffer.
     bool place(double x, double y, double r, std::int32_t width, std::int32_t height) {
         xa = std::max(truncToI32(x - r), 0);

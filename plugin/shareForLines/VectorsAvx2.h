@@ -81,8 +81,9 @@ __attribute__((noinline)) inline __m256i mixEight(__m256i old, __m256i oldAlpha,
     return _mm256_or_si256(color, _mm256_max_epi32(a, oldAlpha));
 }
 
-// mergePixel on eight 8-bit pixels; lanes where a is 0 stay.
-inline __m256i mergeEight(__m256i old, __m256i a, __m256i color, const PF_Pixel& pen) {
+// mergePixel on eight 8-bit pixels; lanes where a is 0 stay. `mixed` tells that a colour was
+// mixed: only then does a pixel tell a repetition from a single merge.
+inline __m256i mergeEight(__m256i old, __m256i a, __m256i color, const PF_Pixel& pen, bool& mixed) {
     const __m256i zero = _mm256_setzero_si256();
     const __m256i byte = _mm256_set1_epi32(0xFF);
     const __m256i oldAlpha = _mm256_and_si256(old, byte);
@@ -92,13 +93,12 @@ inline __m256i mergeEight(__m256i old, __m256i a, __m256i color, const PF_Pixel&
         _mm256_or_si256(_mm256_or_si256(same, _mm256_cmpeq_epi32(oldAlpha, zero)), white);
     // On empty pixels and on pixels of one colour the larger alpha stays.
     const __m256i grows = _mm256_or_si256(_mm256_cmpgt_epi32(a, oldAlpha), white);
-    __m256i result =
+    const __m256i result =
         _mm256_blendv_epi8(old, _mm256_or_si256(color, a), _mm256_and_si256(simple, grows));
     const __m256i mixes = _mm256_andnot_si256(simple, _mm256_cmpgt_epi32(a, zero));
-    if (_mm256_testz_si256(mixes, mixes) == 0) {
-        result = _mm256_blendv_epi8(result, mixEight(old, oldAlpha, a, pen), mixes);
-    }
-    return result;
+    mixed = _mm256_testz_si256(mixes, mixes) == 0;
+    if (!mixed) return result;
+    return _mm256_blendv_epi8(result, mixEight(old, oldAlpha, a, pen), mixes);
 }
 
 // What the rows of a dab share, by depth. `room`: the row goes on for eight pixels at least, so
@@ -110,14 +110,15 @@ struct RowMerge {
     const Pixel& pen;
     const std::array<typename Depth::Channel, 256>& alphas;
 
-    void operator()(Pixel* pixels, std::int32_t, bool, __m256i paint) const {
+    void operator()(Pixel* pixels, std::int32_t, bool, __m256i paint, int times) const {
         alignas(32) std::int32_t coverage[kLanes];
         _mm256_store_si256(reinterpret_cast<__m256i*>(coverage), paint);
         auto lanes = static_cast<unsigned>(_mm256_movemask_ps(
             _mm256_castsi256_ps(_mm256_cmpgt_epi32(paint, _mm256_setzero_si256()))));
         for (; lanes != 0; lanes &= lanes - 1) {
             const int lane = __builtin_ctz(lanes);
-            mergePixel<Depth>(pixels[lane], pen, alphas[static_cast<std::size_t>(coverage[lane])]);
+            const auto a = alphas[static_cast<std::size_t>(coverage[lane])];
+            for (int i = 0; i < times; ++i) mergePixel<Depth>(pixels[lane], pen, a);
         }
     }
 };
@@ -131,20 +132,26 @@ struct RowMerge<Depth8> {
     const PF_Pixel& pen;
     const __m256i color;
 
-    void operator()(PF_Pixel* pixels, std::int32_t count, bool room, __m256i paint) const {
+    void operator()(PF_Pixel* pixels, std::int32_t count, bool room, __m256i paint,
+                    int times) const {
         if (room) [[likely]] {
             auto* vector = reinterpret_cast<__m256i*>(pixels);
-            _mm256_storeu_si256(vector, mergeEight(_mm256_loadu_si256(vector), paint, color, pen));
+            bool mixed = false;
+            __m256i merged = mergeEight(_mm256_loadu_si256(vector), paint, color, pen, mixed);
+            for (int i = 1; mixed && i < times; ++i) {
+                merged = mergeEight(merged, paint, color, pen, mixed);
+            }
+            _mm256_storeu_si256(vector, merged);
         } else {
-            atEdge(pixels, count, paint);
+            atEdge(pixels, count, paint, times);
         }
     }
 
-    __attribute__((noinline)) void atEdge(PF_Pixel* pixels, std::int32_t count,
-                                          __m256i paint) const {
+    __attribute__((noinline)) void atEdge(PF_Pixel* pixels, std::int32_t count, __m256i paint,
+                                          int times) const {
         PF_Pixel edge[kLanes] = {};
         std::copy_n(pixels, count, edge);
-        (*this)(edge, count, true, paint);
+        (*this)(edge, count, true, paint, times);
         std::copy_n(edge, count, pixels);
     }
 };
