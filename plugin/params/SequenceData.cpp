@@ -1,6 +1,7 @@
 #include "params/SequenceData.h"
 
 #include <cstring>
+#include <utility>
 
 #include "params/HostQuestions.h"
 
@@ -30,7 +31,8 @@ std::uint32_t wordAt(std::span<const std::uint8_t> bytes, std::size_t offset) {
 class NewHandle {
   public:
     NewHandle(const PF_InData* inData, std::size_t size)
-        : utils_(*inData->utils), handle_(utils_.host_new_handle(size)) {}
+        : NewHandle(inData, inData->utils->host_new_handle(size)) {}
+    NewHandle(const PF_InData* inData, PF_Handle made) : utils_(*inData->utils), handle_(made) {}
     ~NewHandle() {
         if (handle_ != nullptr) utils_.host_dispose_handle(handle_);
     }
@@ -158,11 +160,16 @@ PF_Err sequenceFlatten(const PF_InData* inData, PF_OutData* outData) {
     return error;
 }
 
-PF_Err readOldSequence(const PF_InData* inData, const LockedBlock& old, PF_Handle fresh) {
-    const LockedBlock block(inData, fresh);
+PF_Err readOldSequence(const PF_InData* inData, PF_OutData* outData, const LockedBlock& old,
+                       PF_Handle before) {
+    // The host takes nothing from a command that fails, so the fresh block is the effect's to free
+    // until all is well.
+    NewHandle fresh(inData, std::exchange(outData->sequence_data, before));
+    const LockedBlock block(inData, fresh.get());
     if (block.bytes().size() < sizeof(SequenceState)) return PF_Err_INTERNAL_STRUCT_DAMAGED;
     // Whatever it says, the block is usable: it has a fresh header at least.
     unflattenSequence(*reinterpret_cast<SequenceState*>(block.bytes().data()), old.bytes());
+    outData->sequence_data = fresh.release();
     return PF_Err_NONE;
 }
 

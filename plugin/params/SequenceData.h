@@ -91,16 +91,18 @@ bool isOwnSequenceData(const PF_InData* inData, PF_Handle handle);
 
 [[nodiscard]] PF_Err sequenceSetdown(const PF_InData* inData);
 
-// The part of the resetup behind a setup that succeeded. 512 when the new block has no lock.
-[[nodiscard]] PF_Err readOldSequence(const PF_InData* inData, const LockedBlock& old,
-                                     PF_Handle fresh);
+// The part of the resetup behind a setup that succeeded: fills the fresh block in out_data. 512
+// when that has no lock; it is disposed of then, and out_data holds what it held before the setup.
+[[nodiscard]] PF_Err readOldSequence(const PF_InData* inData, PF_OutData* outData,
+                                     const LockedBlock& old, PF_Handle before);
 
 PF_Err sequenceResetup(const PF_InData* inData, PF_OutData* outData, auto&& setup) {
     if (!isOwnSequenceData(inData, inData->sequence_data)) return setup();
     const LockedBlock old(inData, inData->sequence_data);
     if (!old) return PF_Err_INTERNAL_STRUCT_DAMAGED;
+    const PF_Handle before = outData->sequence_data;
     if (const PF_Err error = setup(); error != PF_Err_NONE) return error;
-    return readOldSequence(inData, old, outData->sequence_data);
+    return readOldSequence(inData, outData, old, before);
 }
 
 }  // namespace streakfall
