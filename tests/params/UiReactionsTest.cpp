@@ -1,16 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <set>
-
 #include "FakeHost.h"
 #include "params/SequenceData.h"
 #include "params/UiReactions.h"
 
 namespace streakfall::test {
 namespace {
-
-constexpr std::int32_t kRepeat = 18, kInOut = 37, kOpacityRamp = 51, kTaper = 69, kFixBand = 16,
-                       kWave = 62;
 
 // An instance whose panel is open.
 class UiReactions : public ::testing::Test {
@@ -41,29 +36,6 @@ class UiReactions : public ::testing::Test {
     FakeHost host;
     Table table;
 };
-
-TEST_F(UiReactions, RulesHoldForAllSwitches) {
-    for (unsigned bits = 0; bits < 64; ++bits) {
-        const auto set = [&](std::int32_t id, unsigned bit) {
-            host.param(id).u.bd.value = (bits >> bit & 1) != 0 ? 256 : 0;  // not 0 is on
-            return (bits >> bit & 1) != 0;
-        };
-        const bool repeat = set(kRepeat, 0), inOut = set(kInOut, 1), ramp = set(kOpacityRamp, 2),
-                   taper = set(kTaper, 3), fix = set(kFixBand, 4), wave = set(kWave, 5);
-        update();
-        const auto expect = [&](bool on, std::initializer_list<std::int32_t> ids) {
-            for (const std::int32_t id : ids) {
-                EXPECT_EQ(host.enabled(hostIndexOf(id)), on) << id << " with " << bits;
-            }
-        };
-        expect(repeat, {19, 20});
-        expect(inOut, {38, 39, 40, 41});
-        expect(ramp, {52, 53, 54});
-        expect(taper, {13, kFixBand, 50});
-        expect(taper && !fix, {14});
-        expect(wave, {63, 64, 65, 66, 67, 68});
-    }
-}
 
 TEST_F(UiReactions, ControlsAreSentInOrderAndNoOthers) {
     update();
