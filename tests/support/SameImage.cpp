@@ -10,7 +10,7 @@ namespace {
 
 std::string words(const std::array<double, 4>& argb) {
     std::string text;
-    for (const double channel : argb) text += " " + std::to_string(channel);
+    for (const double channel : argb) text.append(" ").append(std::to_string(channel));
     return text;
 }
 
