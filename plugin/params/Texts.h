@@ -2,8 +2,8 @@
 // that picks the language.
 //
 // Japanese stands in Shift-JIS, code page 932, as the dialog's texts go through the system's
-// narrow functions. The language is settled at the first question in a process and then stays; it
-// is asked for on the host's calling thread.
+// narrow functions. The command line is read at the first question in a process; all questions come
+// on the host's calling thread.
 #pragma once
 
 #include <cstdint>
