@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 namespace tool {
@@ -26,7 +27,9 @@ void putJsonLine(const nlohmann::ordered_json& object) {
 Progress::Progress(ProgressStyle style, bool verbose, std::size_t frames)
     : style_(settle(style)), verbose_(verbose), frames_(frames) {}
 
-Progress::~Progress() { clearBar(); }
+Progress::~Progress() {
+    if (drawnPerMille_ >= 0) fmt::print(stderr, "\n");
+}
 
 void Progress::start(const std::string& description) {
     if (style_ == ProgressStyle::kJson)
@@ -35,8 +38,11 @@ void Progress::start(const std::string& description) {
         fmt::print(stderr, "{}\n", description);
 }
 
-void Progress::within(double part) {
-    if (style_ == ProgressStyle::kBar) drawBar(part);
+// The effect's reports may go past their total.
+void Progress::within(std::size_t before, double part) {
+    const double whole = static_cast<double>(before) + std::clamp(part, 0.0, 1.0);
+    reached_ = std::max(reached_, whole / static_cast<double>(frames_));
+    if (style_ == ProgressStyle::kBar) drawBar();
 }
 
 void Progress::finished(const FrameReport& report) {
@@ -47,7 +53,8 @@ void Progress::finished(const FrameReport& report) {
                 clearBar();
                 putLine(report);
             }
-            drawBar(0);
+            drawnPerMille_ = -1;
+            within(done_, 0);
             break;
         case ProgressStyle::kPlain:
             putLine(report);
@@ -69,21 +76,20 @@ void Progress::note(const std::string& text) {
         fmt::print(stderr, "{}\n", text);
 }
 
-void Progress::drawBar(double part) {
+void Progress::drawBar() {
     constexpr int kCells = 30;
-    const double whole = (static_cast<double>(done_) + part) / static_cast<double>(frames_);
-    const int thousandth = static_cast<int>(whole * 1000);
-    if (thousandth == drawnThousandth_) return;
-    drawnThousandth_ = thousandth;
-    const int filled = static_cast<int>(whole * kCells);
+    const int perMille = static_cast<int>(reached_ * 1000);
+    if (perMille == drawnPerMille_) return;
+    drawnPerMille_ = perMille;
+    const int filled = static_cast<int>(reached_ * kCells);
     fmt::print(stderr, "\r[{:#<{}}{:.<{}}] {}/{} frames, {:3} %", "", filled, "", kCells - filled,
-               done_, frames_, static_cast<int>(whole * 100));
+               done_, frames_, static_cast<int>(reached_ * 100));
     std::fflush(stderr);
 }
 
 void Progress::clearBar() {
-    if (drawnThousandth_ < 0) return;
-    drawnThousandth_ = -1;
+    if (drawnPerMille_ < 0) return;
+    drawnPerMille_ = -1;
     fmt::print(stderr, "\r\x1b[K");
 }
 

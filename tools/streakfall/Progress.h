@@ -29,14 +29,15 @@ class Progress {
     ~Progress();
 
     void start(const std::string& description);
-    // How far the frame in work is, 0 to 1. Only a bar shows it.
-    void within(double part);
+    // How far the effect is: all of the frames before, and 0 to 1 of the one in work. Only a bar
+    // shows it. Frames count as done later, when their files are written.
+    void within(std::size_t before, double part);
     void finished(const FrameReport& report);
     // A line of its own, whatever the style but none.
     void note(const std::string& text);
 
   private:
-    void drawBar(double part);
+    void drawBar();
     void clearBar();
     void putLine(const FrameReport& report);
     void putJson(const FrameReport& report);
@@ -45,7 +46,8 @@ class Progress {
     bool verbose_;
     std::size_t frames_;
     std::size_t done_ = 0;
-    int drawnThousandth_ = -1;  // -1 while no bar is on the line
+    double reached_ = 0;      // 0 to 1 of the run, for the bar
+    int drawnPerMille_ = -1;  // -1 while no bar is on the line
 };
 
 }  // namespace tool

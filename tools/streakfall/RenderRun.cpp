@@ -39,23 +39,24 @@ RenderRun::RenderRun(const RenderOptions& options, EffectSession& session,
 
 int RenderRun::run() {
     std::future<ReadyFrame> next = readAhead(0);
-    for (std::size_t i = 0; i < jobs_.size() && interruptSignal() == 0; ++i) {
-        std::future<ReadyFrame> current = std::move(next);
-        current.wait();
-        next = readAhead(i + 1);
+    for (current_ = 0; current_ < jobs_.size() && interruptSignal() == 0; ++current_) {
+        const FrameJob& job = jobs_[current_];
+        std::future<ReadyFrame> reading = std::move(next);
+        reading.wait();
+        next = readAhead(current_ + 1);
         try {
-            ReadyFrame ready = current.get();
+            ReadyFrame ready = reading.get();
             if (ready.skip) {
                 finishWriting();
                 ++good_;
-                progress_.finished({jobs_[i].frame, jobs_[i].output, "skipped", 0, ""});
+                progress_.finished({job.frame, job.output, "skipped", 0, ""});
             } else {
-                renderFrame(jobs_[i], std::move(ready));
+                renderFrame(job, std::move(ready));
             }
         } catch (const Failure& failure) {
             if (failure.code() != Exit::kInput) throw;
             finishWriting();
-            reportFailure(jobs_[i], failure);
+            reportFailure(job, failure);
         }
     }
     finishWriting();
@@ -119,7 +120,7 @@ standin::FrameRequest RenderRun::requestFor(const FrameJob& job, ReadyFrame read
     request.timeScale = options_.rate.timeScale;
     request.downsampleX = request.downsampleY = {1, static_cast<A_u_long>(options_.divisor)};
     request.onProgress = [this](A_long done, A_long total) {
-        if (total > 0) progress_.within(static_cast<double>(done) / total);
+        if (total > 0) progress_.within(current_, static_cast<double>(done) / total);
         return interruptSignal() != 0;
     };
     return request;

@@ -47,6 +47,7 @@ class RenderRun {
     Progress progress_;
     std::optional<standin::Instance> instance_;
     std::optional<FrameReader> reader_;
+    std::size_t current_ = 0;  // the job in the effect
     std::future<void> writing_;
     FrameReport written_;  // of the frame being written
     std::size_t good_ = 0;
