@@ -2,6 +2,8 @@
 
 #include <filesystem>
 
+#include "host/PathText.h"
+
 namespace standin {
 namespace {
 
@@ -9,11 +11,11 @@ constexpr char kEntryName[] = "EntryPointFunc";
 
 std::string absolutePath(const std::string& path) {
     std::error_code failed;
-    const auto absolute = std::filesystem::absolute(path, failed).make_preferred();
+    const auto absolute = std::filesystem::absolute(fileAt(path), failed).make_preferred();
     if (failed || !std::filesystem::is_regular_file(absolute, failed)) {
         throw ModuleError("cannot load the effect module \"" + path + "\": no such file");
     }
-    return absolute.string();
+    return pathText(absolute);
 }
 
 }  // namespace

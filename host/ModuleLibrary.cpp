@@ -1,7 +1,8 @@
 #include "host/ModuleLibrary.h"
 
-#include <filesystem>
 #include <stdexcept>
+
+#include "host/PathText.h"
 
 #ifdef _WIN32
 #include <windows.h>
@@ -14,7 +15,7 @@ namespace standin {
 #ifdef _WIN32
 
 void ModuleLibrary::open(const std::string& path) {
-    const HMODULE module = LoadLibraryW(std::filesystem::path(path).c_str());
+    const HMODULE module = LoadLibraryW(fileAt(path).c_str());
     if (!module) {
         throw std::runtime_error("system error " + std::to_string(GetLastError()));
     }

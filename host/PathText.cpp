@@ -1,19 +1,26 @@
 #include "host/PathText.h"
 
-#include <filesystem>
-
 #ifdef _WIN32
 #include <windows.h>
 #endif
 
 namespace standin {
 
-std::u16string widePath(const std::string& path) { return std::filesystem::path(path).u16string(); }
+std::filesystem::path fileAt(const std::string& path) {
+    return std::u8string(path.begin(), path.end());
+}
+
+std::string pathText(const std::filesystem::path& file) {
+    const std::u8string text = file.u8string();
+    return {text.begin(), text.end()};
+}
+
+std::u16string widePath(const std::string& path) { return fileAt(path).u16string(); }
 
 #ifdef _WIN32
 
 std::string narrowPath(const std::string& path) {
-    const std::wstring wide = std::filesystem::path(path).wstring();
+    const std::wstring wide = fileAt(path).wstring();
     const int length = static_cast<int>(wide.size());
     std::string narrow(2 * wide.size(), '\0');  // at most two bytes a character
     const int used =

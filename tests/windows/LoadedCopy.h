@@ -10,6 +10,7 @@
 #include <string>
 
 #include "effect/PlayedEffect.h"
+#include "host/PathText.h"
 #include "hostapi/hostapi.h"
 
 namespace windows_test {
@@ -48,7 +49,7 @@ inline std::string readFile(const std::filesystem::path& path) {
 // Copies the module under test.
 inline std::filesystem::path copyModule(const ScratchFolder& folder) {
     const std::filesystem::path copy = folder.file(L"Q_Streakfall.aex");
-    std::filesystem::copy_file(played::modulePath(), copy);
+    std::filesystem::copy_file(standin::fileAt(played::modulePath()), copy);
     return copy;
 }
 

@@ -8,6 +8,7 @@
 
 #include "PropertyListReader.h"
 #include "effect/PlayedEffect.h"
+#include "host/PathText.h"
 
 namespace {
 
@@ -27,7 +28,7 @@ TEST(ModuleFileTest, ThePropertyListSaysWhatGlobalSetupAnnounces) {
 
 TEST(ModuleFileTest, TheEntryPointIsTheOneThePropertyListNames) {
     const PropertyList list = PropertyList::ofFile(played::modulePath());
-    const HMODULE module = LoadLibraryW(std::filesystem::path(played::modulePath()).c_str());
+    const HMODULE module = LoadLibraryW(fileAt(played::modulePath()).c_str());
     ASSERT_NE(module, nullptr);
     EXPECT_NE(GetProcAddress(module, list.text("8664").c_str()), nullptr);
     FreeLibrary(module);
@@ -65,8 +66,8 @@ class TemplateReader {
 constexpr int kDialogType = 5;  // RT_DIALOG, of which the headers have the narrow form alone
 
 std::vector<char> resource(const wchar_t* type, int id) {
-    const HMODULE module = LoadLibraryExW(std::filesystem::path(played::modulePath()).c_str(),
-                                          nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    const HMODULE module =
+        LoadLibraryExW(fileAt(played::modulePath()).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
     const HRSRC place = FindResourceW(module, MAKEINTRESOURCEW(id), type);
     std::vector<char> bytes;
     if (place != nullptr) {
@@ -116,7 +117,7 @@ TEST(ModuleFileTest, TheDialogsTemplate) {
 }
 
 TEST(ModuleFileTest, TheVersionInTheFilesProperties) {
-    const std::filesystem::path path = played::modulePath();
+    const std::filesystem::path path = fileAt(played::modulePath());
     DWORD ignored = 0;
     std::vector<char> bytes(GetFileVersionInfoSizeW(path.c_str(), &ignored));
     ASSERT_TRUE(

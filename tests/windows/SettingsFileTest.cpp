@@ -25,7 +25,7 @@ TEST(SettingsFileTest, IsReadBesideTheModuleWhereverThatLies) {
     const LoadedFile file(copy);
     Module module(file.entry());
     HostOffer offer;
-    offer.modulePath = copy.string();
+    offer.modulePath = pathText(copy);
     Host host(module, offer);
     ASSERT_EQ(host.start(), 0);
     EXPECT_EQ(defaultOf(host, "Thickness"), 12.5);

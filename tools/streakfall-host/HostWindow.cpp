@@ -1,7 +1,10 @@
 #include "HostWindow.h"
 
 #include <chrono>
+#include <sstream>
 #include <stdexcept>
+
+#include "host/PathText.h"
 
 namespace standin {
 
@@ -36,7 +39,43 @@ void watch(const std::stop_token& stop, const std::function<void(HWND)>& tell) {
     }
 }
 
+std::wstring textOf(HWND window) {
+    std::wstring text(256, L'\0');
+    text.resize(static_cast<std::size_t>(
+        GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+// Whether the text is drawn whole, in the control's own font.
+bool fits(HWND control, const std::wstring& text) {
+    const HDC context = GetDC(control);
+    auto* const font = reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
+    const HGDIOBJ before = SelectObject(context, font);
+    SIZE size{};
+    GetTextExtentPoint32W(context, text.c_str(), static_cast<int>(text.size()), &size);
+    SelectObject(context, before);
+    ReleaseDC(control, context);
+    RECT room{};
+    GetClientRect(control, &room);
+    return size.cx < room.right && size.cy < room.bottom;
+}
+
 }  // namespace
+
+std::string describeDialog(HWND dialog) {
+    RECT rect{};
+    GetWindowRect(dialog, &rect);
+    std::ostringstream words;
+    words << "shown " << rect.left << ' ' << rect.top << ' ' << rect.right << ' ' << rect.bottom
+          << "\ntitle " << pathText(textOf(dialog)) << '\n';
+    for (HWND control = GetWindow(dialog, GW_CHILD); control != nullptr;
+         control = GetWindow(control, GW_HWNDNEXT)) {
+        const std::wstring text = textOf(control);
+        words << GetDlgCtrlID(control) << (IsWindowEnabled(control) ? " live " : " greyed ")
+              << (fits(control, text) ? "whole " : "cut ") << pathText(text) << '\n';
+    }
+    return words.str();
+}
 
 HostWindow::HostWindow() {
     const HINSTANCE program = GetModuleHandleW(nullptr);

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <functional>
+#include <string>
 #include <thread>
 
 namespace standin {
@@ -33,5 +34,9 @@ class DialogWatch {
   private:
     std::jthread watcher_;
 };
+
+// In words, a line each and UTF-8: the dialog's rectangle on the screen and its title, then each
+// control with its id, whether it can be used, whether its text fits, and the text.
+std::string describeDialog(HWND dialog);
 
 }  // namespace standin

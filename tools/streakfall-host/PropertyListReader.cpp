@@ -3,7 +3,8 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <filesystem>
+
+#include "host/PathText.h"
 
 namespace standin {
 
@@ -45,7 +46,7 @@ class Reader {
 }  // namespace
 
 PropertyList PropertyList::ofFile(const std::string& path) {
-    const HMODULE file = LoadLibraryExW(std::filesystem::path(path).c_str(), nullptr,
+    const HMODULE file = LoadLibraryExW(fileAt(path).c_str(), nullptr,
                                         LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE);
     if (file == nullptr) throw PropertyListError("cannot read \"" + path + "\"");
     std::string bytes;

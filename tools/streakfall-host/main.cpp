@@ -11,6 +11,7 @@
 #include "HostWindow.h"
 #include "PropertyListReader.h"
 #include "effect/PlayedEffect.h"
+#include "host/PathText.h"
 
 namespace {
 
@@ -20,7 +21,7 @@ constexpr char kUsage[] =
     "usage: streakfall-host [--module FILE] COMMAND\n"
     "  show                          the property list, what the module announces, its about text\n"
     "  dialog [--old] [--frame NAME] opens the options dialog with a golden frame's values and\n"
-    "                                prints \"shown\" with its rectangle once it can be seen\n"
+    "                                describes it once it can be seen\n"
     "  test [GOOGLETEST OPTIONS]     the host-side tests through the module\n"
     "Without --module: Q_Streakfall.aex beside this program. \"-L WORD\" chooses the language.\n";
 
@@ -29,7 +30,7 @@ constexpr int kFailed = 1, kUsageError = 2;
 std::string programFolder() {
     std::wstring path(32768, L'\0');
     path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-    return std::filesystem::path(path).parent_path().string();
+    return pathText(std::filesystem::path(path).parent_path());
 }
 
 struct Arguments {
@@ -83,9 +84,7 @@ int show() {
 }
 
 void tellDialog(HWND dialog) {
-    RECT rect{};
-    GetWindowRect(dialog, &rect);
-    std::printf("shown %ld %ld %ld %ld\n", rect.left, rect.top, rect.right, rect.bottom);
+    std::fputs(describeDialog(dialog).c_str(), stdout);
     std::fflush(stdout);
 }
 
@@ -135,7 +134,7 @@ int run(const std::vector<std::string>& words) {
 
 int wmain(int argc, wchar_t** argv) {
     std::vector<std::string> words;
-    for (int i = 1; i < argc; ++i) words.push_back(std::filesystem::path(argv[i]).string());
+    for (int i = 1; i < argc; ++i) words.push_back(pathText(argv[i]));
     try {
         return run(words);
     } catch (const std::exception& error) {
