@@ -5,15 +5,12 @@
 #include <cstdlib>
 
 #include "shareForLines/CirclePath.h"
+#include "shareForLines/HollowRow.h"
 #include "shareForLines/MergePixel.h"
 #include "shareForLines/SmallDabBox.h"
 
 namespace streakfall {
 namespace {
-
-constexpr std::int32_t kHollowRim = 3;       // pixels that a hollow row keeps at each end
-constexpr std::int32_t kHollowMinWidth = 6;  // narrower rows are filled whole
-constexpr std::int32_t kHollowMinDepth = 4;  // so are rows this near the top or bottom
 
 // One pixel of edge coverage g; outside the buffer nothing.
 template <class Depth>
@@ -45,7 +42,7 @@ void fillSpan(LineCanvas& canvas, std::int32_t xStart, std::int32_t xEnd, std::i
     const std::int32_t a = std::max(xStart, 0);
     const std::int32_t b = std::min(xEnd, canvas.width - 1);
     typename Depth::Pixel* row = canvas.row<Depth>(y);
-    const bool whole = !canvas.hollowDabs || b - a < kHollowMinWidth || rowDepth < kHollowMinDepth;
+    const bool whole = !canvas.hollowDabs || fillsWholeRow(a, b, rowDepth);
     const auto merge = [&](std::int32_t from, std::int32_t to) {
         for (std::int32_t x = from; x <= to; ++x) mergePixel<Depth>(row[x], pen, pen.alpha);
     };

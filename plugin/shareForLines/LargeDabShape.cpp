@@ -36,12 +36,11 @@ LargeDabShape::Meeting LargeDabShape::meeting(int arc, std::int32_t x, std::int3
     return m;
 }
 
-// True when a pixel of the walk and its pair are plotted by the description too.
+// True when the circle passes between a pixel of the walk and its pair.
 bool LargeDabShape::plotsAsWalked(int arc, std::int32_t x, std::int32_t y) const {
-    const std::int32_t u = 16 * x - centre.fx, v = 16 * y - centre.fy;
-    const std::int32_t side = u * u + v * v < limit ? 1 : -1;
-    return stateOf(x, y) == kPlotted &&
-           stateOf(x + side * kArcs[arc].outwardX, y + side * kArcs[arc].outwardY) == kPlotted;
+    const bool inside = isInside(x, y);
+    const std::int32_t side = inside ? 1 : -1;
+    return isInside(x + side * kArcs[arc].outwardX, y + side * kArcs[arc].outwardY) != inside;
 }
 
 bool LargeDabShape::findArcEnds() {
@@ -79,6 +78,9 @@ bool LargeDabShape::place(double x, double y, double r) {
     radius = r;
     squared = r * r;
     limit = static_cast<std::int32_t>(std::ceil(256.0 * squared));
+    // (d + 1) 16 + 1/2 with d = ((u^2 + v^2) / 256 - r^2) / (2 r).
+    columnScale = static_cast<float>(kFine / (32.0 * r));
+    columnBase = static_cast<float>(kFine * (16.5 - 8.0 * r));
     return findArcEnds();
 }
 

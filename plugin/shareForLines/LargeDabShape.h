@@ -26,6 +26,7 @@ namespace streakfall {
 
 struct LargeDabShape {
     static constexpr double kMaxRadius = 1000.0;  // 256 r^2 stays in 32 bits
+    static constexpr double kFine = 4096.0;       // parts of a table column
 
     // Columns, or rows, of a pair of arcs; both ends included. Dab coordinates.
     struct Range {
@@ -43,10 +44,18 @@ struct LargeDabShape {
 
     DabCentre centre;
     double radius;
-    double squared;               // r^2, rounded
-    std::int32_t limit;           // u^2 + v^2 is inside below it
+    double squared;      // r^2, rounded
+    std::int32_t limit;  // u^2 + v^2 is inside below it
+    // The table column of a pixel is the whole part of (u^2 + v^2) columnScale + columnBase, as
+    // long as that is not too near a whole number for single precision. In 4096ths.
+    float columnScale, columnBase;
     Range flatBottom, flatTop;    // columns
     Range steepLeft, steepRight;  // rows
+
+    bool isInside(std::int32_t X, std::int32_t Y) const {
+        const std::int32_t u = 16 * X - centre.fx, v = 16 * Y - centre.fy;
+        return u * u + v * v < limit;
+    }
 
   private:
     bool findArcEnds();

@@ -4,8 +4,7 @@
 #include <cmath>
 #include <type_traits>
 
-#include "shareForLines/DabPainter.h"
-#include "shareForLines/VectorsAvx2.h"
+#include "shareForLines/LargeDabLanesAvx2.h"
 
 #pragma GCC push_options
 #pragma GCC target("avx2")
@@ -15,7 +14,6 @@ namespace {
 
 using namespace avx2;
 
-constexpr std::int32_t kInterior = 256;   // in the place of a coverage: the pen's own alpha
 constexpr std::int32_t kTwice = 512;      // added where a flat and a steep arc both plot
 constexpr std::int32_t kShortRun = 6;     // shorter runs are painted dab by dab
 constexpr double kCoreInset = 1.6;        // interior for certain, pixels inside the circle
@@ -39,85 +37,54 @@ struct LargeRunAvx2<Depth>::Block {
     std::int32_t times[kDabs];
 
     void cover(const Entry& entry);
+    void mergeAll(PF_Pixel* pixels, const PF_Pixel& pen) const;
     void replay(Pixel& pixel, int lane, const Pixel& pen,
-                const std::array<typename Depth::Channel, 257>& alphas) const;
+                const AlphaByCoverage<Depth>& alphas) const;
 };
-
-namespace {
-
-// Table columns of eight pixels from their u^2 + v^2: the distance formula as it is defined, on
-// a sum that is exact.
-inline __m256i columnsOf(__m256i n, const LargeDabShape& shape) {
-    const auto four = [&](__m128i part) {
-        const __m256d sum = _mm256_mul_pd(_mm256_cvtepi32_pd(part), _mm256_set1_pd(1.0 / 256.0));
-        const __m256d d = _mm256_div_pd(_mm256_sub_pd(sum, _mm256_set1_pd(shape.squared)),
-                                        _mm256_set1_pd(2.0 * shape.radius));
-        const __m256d c = _mm256_add_pd(
-            _mm256_mul_pd(_mm256_add_pd(d, _mm256_set1_pd(1.0)), _mm256_set1_pd(16.0)),
-            _mm256_set1_pd(0.5));
-        return _mm256_cvttpd_epi32(
-            _mm256_min_pd(_mm256_max_pd(c, _mm256_setzero_pd()), _mm256_set1_pd(31.0)));
-    };
-    return _mm256_set_m128i(four(_mm256_extracti128_si256(n, 1)), four(_mm256_castsi256_si128(n)));
-}
-
-// All ones in the lanes of columns x to x + 7 that lie in the range.
-inline __m256i inRange(const LargeDabShape::Range& range, std::int32_t x, __m256i iota) {
-    return _mm256_andnot_si256(_mm256_cmpgt_epi32(_mm256_set1_epi32(range.from - x), iota),
-                               _mm256_cmpgt_epi32(_mm256_set1_epi32(range.to - x + 1), iota));
-}
-
-}  // namespace
 
 template <class Depth>
 inline void LargeRunAvx2<Depth>::Block::cover(const Entry& entry) {
-    const LargeDabShape& s = entry.shape;
-    const std::int32_t dabX = x - s.centre.xi, dabY = y - s.centre.yi;
-    const std::int32_t v = 16 * dabY - s.centre.fy;
-    const __m256i iota = _mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7);
-    const __m256i u =
-        _mm256_add_epi32(_mm256_set1_epi32(16 * dabX - s.centre.fx), _mm256_slli_epi32(iota, 4));
-    const __m256i n = _mm256_add_epi32(_mm256_mullo_epi32(u, u), _mm256_set1_epi32(v * v));
-    const __m256i limit = _mm256_set1_epi32(s.limit);
-    const __m256i inside = _mm256_cmpgt_epi32(limit, n);
-    // A pixel straddles along an axis when its neighbour across the circle, one pixel on, is on
-    // the other side.
-    const __m256i next = _mm256_add_epi32(n, _mm256_set1_epi32(256));
-    const auto straddles = [&](__m256i offset) {
-        const __m256i change = _mm256_slli_epi32(_mm256_abs_epi32(offset), 5);
-        const __m256i outward = _mm256_cmpgt_epi32(limit, _mm256_add_epi32(next, change));
-        const __m256i inward = _mm256_cmpgt_epi32(limit, _mm256_sub_epi32(next, change));
-        return _mm256_xor_si256(inside, _mm256_blendv_epi8(inward, outward, inside));
-    };
-    const __m256i flat = inRange(v >= 0 ? s.flatBottom : s.flatTop, dabX, iota);
-    const __m256i onLeft = _mm256_srai_epi32(u, 31);
-    const __m256i steep =
-        _mm256_blendv_epi8(_mm256_set1_epi32(s.steepRight.has(dabY) ? -1 : 0),
-                           _mm256_set1_epi32(s.steepLeft.has(dabY) ? -1 : 0), onLeft);
-    const __m256i byFlat = _mm256_and_si256(flat, straddles(_mm256_set1_epi32(v)));
-    const __m256i bySteep = _mm256_and_si256(steep, straddles(u));
-    const __m256i plotted = _mm256_or_si256(byFlat, bySteep);
-    __m256i g =
-        _mm256_and_si256(_mm256_andnot_si256(plotted, inside), _mm256_set1_epi32(kInterior));
-    if (_mm256_testz_si256(plotted, plotted) == 0) {
-        const __m256i edge =
-            lookUp(halfTable(entry.coverage), halfTable(entry.coverage + 16), columnsOf(n, s));
-        g = _mm256_or_si256(
-            g, _mm256_and_si256(_mm256_and_si256(edge, _mm256_set1_epi32(0xFF)), plotted));
-    }
-    if (_mm256_testz_si256(g, lanes) != 0) return;
-    largest = _mm256_max_epi32(largest, g);
-    const __m256i twice =
-        _mm256_and_si256(_mm256_and_si256(byFlat, bySteep), _mm256_set1_epi32(kTwice));
-    _mm256_store_si256(reinterpret_cast<__m256i*>(coverage[count]), _mm256_or_si256(g, twice));
+    const LanesOfDab dab = coverLanes(entry.shape, entry.coverage, x, y);
+    if (_mm256_testz_si256(dab.coverage, lanes) != 0) return;
+    largest = _mm256_max_epi32(largest, dab.coverage);
+    _mm256_store_si256(
+        reinterpret_cast<__m256i*>(coverage[count]),
+        _mm256_or_si256(dab.coverage, _mm256_and_si256(dab.twice, _mm256_set1_epi32(kTwice))));
     times[count++] = entry.times;
+}
+
+// All eight 8-bit pixels at once: by the largest coverage where that is enough, else by every
+// merge in walk order.
+template <class Depth>
+inline void LargeRunAvx2<Depth>::Block::mergeAll(PF_Pixel* pixels, const PF_Pixel& pen) const {
+    const __m256i full = _mm256_set1_epi32(255);  // there the pen's alpha is its own
+    const __m256i color = RowMerge<Depth8>::colorOf(pen);
+    auto* vector = reinterpret_cast<__m256i*>(pixels);
+    const __m256i old = _mm256_loadu_si256(vector);
+    bool mixed = false;
+    __m256i merged =
+        mergeEight(old, coverAlpha8(_mm256_min_epi32(largest, full), pen.alpha), color, pen, mixed);
+    if (mixed) {
+        merged = old;
+        for (std::int32_t k = 0; k < count; ++k) {
+            const __m256i g = load(coverage[k]);
+            const __m256i plain = _mm256_andnot_si256(_mm256_set1_epi32(kTwice), g);
+            const __m256i a = coverAlpha8(_mm256_min_epi32(plain, full), pen.alpha);
+            const __m256i again =
+                _mm256_and_si256(a, _mm256_cmpgt_epi32(g, _mm256_set1_epi32(kTwice)));
+            for (std::int32_t i = 0; i < times[k]; ++i) {
+                merged = mergeEight(merged, a, color, pen, mixed);
+                if (mixed) merged = mergeEight(merged, again, color, pen, mixed);
+            }
+        }
+    }
+    _mm256_storeu_si256(vector, merged);
 }
 
 // The merges that reach one pixel of another colour, in walk order.
 template <class Depth>
-inline void LargeRunAvx2<Depth>::Block::replay(
-    Pixel& pixel, int lane, const Pixel& pen,
-    const std::array<typename Depth::Channel, 257>& alphas) const {
+inline void LargeRunAvx2<Depth>::Block::replay(Pixel& pixel, int lane, const Pixel& pen,
+                                               const AlphaByCoverage<Depth>& alphas) const {
     for (std::int32_t k = 0; k < count; ++k) {
         const std::int32_t g = coverage[k][lane];
         if (g == 0) continue;
@@ -166,9 +133,7 @@ bool LargeRunAvx2<Depth>::add(const Dab& dab) {
         CoverageBlend w;
         setCoverageBlend(w, dab.radius);
         auto& table = tables[static_cast<std::size_t>(tableCount++)];
-        for (std::int32_t c = 0; c < kCoverageColumns; ++c) {
-            table[static_cast<std::size_t>(c)] = static_cast<std::uint8_t>(coverageInColumn(w, c));
-        }
+        coverageTable(w, table.data());
         entry.coverage = table.data();
     }
     ++count;
@@ -209,13 +174,7 @@ void LargeRunAvx2<Depth>::prepare(LineCanvas& canvas, const Pixel& pen) {
     }
     top = std::max(0, truncToI32(upper) - 3);
     bottom = std::min(canvas.height - 1, truncToI32(lower) + 3);
-    if (alphasOf != pen.alpha) {
-        for (std::int32_t g = 0; g < 256; ++g) {
-            alphas[static_cast<std::size_t>(g)] = Depth::coverAlpha(pen.alpha, g);
-        }
-        alphas[kInterior] = pen.alpha;
-        alphasOf = pen.alpha;
-    }
+    alphas.set(pen.alpha);
 }
 
 // The run's core in row y, and how far it may touch the row. Both may be empty.
@@ -258,8 +217,8 @@ typename LargeRunAvx2<Depth>::Interval LargeRunAvx2<Depth>::dabsNear(std::int32_
     const double alongEnd = along + (kLanes - 1) * ux, acrossEnd = across - (kLanes - 1) * uy;
     const double nearest =
         across * acrossEnd < 0.0 ? 0.0 : std::min(std::fabs(across), std::fabs(acrossEnd));
-    // Half a pixel of room for the quantised centre and for steps that are not quite whole.
-    const double reach = widest + kReach + 0.5;
+    // A little room for the quantised centre.
+    const double reach = widest + kReach + 0.1;
     const double width2 = reach * reach - nearest * nearest;
     if (width2 < 0.0) return {0, -1};
     const double width = std::sqrt(width2) + 0.5;
@@ -286,6 +245,12 @@ void LargeRunAvx2<Depth>::paintRim(LineCanvas& canvas, const Pixel& pen, std::in
     }
     for (std::int32_t k = near.from; k <= near.to; ++k) {
         block.cover(dabs[static_cast<std::size_t>(k)]);
+    }
+    if constexpr (std::is_same_v<Depth, Depth8>) {
+        if (x >= 0 && x + kLanes <= canvas.width) {
+            block.mergeAll(canvas.row<Depth>(y) + x, pen);
+            return;
+        }
     }
     alignas(32) std::int32_t largest[kLanes];
     const __m256i most = _mm256_and_si256(block.largest, block.lanes);
@@ -360,7 +325,7 @@ bool LargeRunAvx2<Depth>::meetsOtherColors(LineCanvas& canvas, const Pixel& pen)
 }
 
 template <class Depth>
-void LargeRunAvx2<Depth>::flush(LineCanvas& canvas, const Pixel& pen) {
+void LargeRunAvx2<Depth>::flush(LineCanvas& canvas, const Pixel& pen, LargeDabAvx2<Depth>& single) {
     if (count == 0) return;
     bool byDabs = count < kShortRun;
     if (!byDabs) {
@@ -370,7 +335,7 @@ void LargeRunAvx2<Depth>::flush(LineCanvas& canvas, const Pixel& pen) {
     if (byDabs) {
         for (std::int32_t k = 0; k < count; ++k) {
             const Entry& e = dabs[static_cast<std::size_t>(k)];
-            for (std::int32_t i = 0; i < e.times; ++i) paintDab<Depth>(canvas, pen, e.dab);
+            for (std::int32_t i = 0; i < e.times; ++i) single.paint(canvas, pen, e.dab);
         }
     } else {
         for (std::int32_t y = top; y <= bottom; ++y) paintRow(canvas, pen, y);

@@ -7,7 +7,7 @@
 //  - A pixel of another colour at the rim, below white, gets its merges one by one, in walk
 //    order, from the dabs that plot it (LargeDabShape).
 //  - A translucent run over pixels of another colour, where the core would mix again and again,
-//    is left to the dab painter.
+//    is painted dab by dab.
 //  - Hollow dabs leave their middle open, but each pixel inside one of them is painted by another:
 //    it lies within three pixels of the dab's end of the row when the dab moves off it, or in a
 //    solid dab at the line's end. That holds while the ends of hollow rows move by at most three
@@ -19,6 +19,8 @@
 #include <array>
 #include <cstdint>
 
+#include "shareForLines/AlphaByCoverage.h"
+#include "shareForLines/LargeDabAvx2.h"
 #include "shareForLines/LargeDabShape.h"
 #include "shareForLines/LineCanvas.h"
 #include "shareForLines/LineWalk.h"
@@ -37,8 +39,11 @@ class LargeRunAvx2 {
     // try again; if it is refused by an empty run, paint it by itself.
     bool add(const Dab& dab);
 
-    // Paints the run with the pen, whose alpha is that of all its dabs, and empties it.
-    void flush(LineCanvas& canvas, const Pixel& pen);
+    // Paints the run with the pen, whose alpha is that of all its dabs, and empties it. `single`
+    // paints the dabs of a run that cannot be painted as one.
+    void flush(LineCanvas& canvas, const Pixel& pen, LargeDabAvx2<Depth>& single);
+
+    bool empty() const { return count == 0; }
 
   private:
     static constexpr std::int32_t kDabs = 128;
@@ -77,8 +82,7 @@ class LargeRunAvx2 {
     // First dab at each whole step of the run.
     std::array<std::int16_t, kDabs + 2> firstAtStep;
     std::int32_t steps = 0;
-    std::array<typename Depth::Channel, 257> alphas;  // by coverage; 256 is the pen's own
-    typename Depth::Channel alphasOf{};
+    AlphaByCoverage<Depth> alphas{};
 };
 
 }  // namespace streakfall

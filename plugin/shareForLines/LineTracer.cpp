@@ -11,6 +11,8 @@ namespace {
 
 // How many steps ahead of the pen pixels are asked for.
 constexpr double kStepsAhead = 24.0;
+// Smaller dabs are cheaper one by one than as a run.
+constexpr double kRunRadius = 12.0;
 
 // Paints the dabs of one line in walk order, each by the fastest way that leaves the same bits.
 template <class Depth>
@@ -35,7 +37,7 @@ class LinePainter {
             paintLarge(dab);
             return;
         }
-        run.flush(canvas, pen);
+        flushRun();
         if (wide) {
             askForPixels(dab);
             small.paint(canvas, pen, dab);
@@ -46,7 +48,7 @@ class LinePainter {
 
     void flush() {
         small.flush(canvas, pen);
-        run.flush(canvas, pen);
+        flushRun();
     }
 
   private:
@@ -59,12 +61,21 @@ class LinePainter {
     }
 
     void paintLarge(const Dab& dab) {
-        if (straight) {
+        if (straight && dab.radius >= kRunRadius) {
             if (run.add(dab)) return;
-            run.flush(canvas, pen);
+            flushRun();
             if (run.add(dab)) return;
         }
-        paintDab<Depth>(canvas, pen, dab);
+        flushRun();
+        if (wide) {
+            single.paint(canvas, pen, dab);
+        } else {
+            paintDab<Depth>(canvas, pen, dab);
+        }
+    }
+
+    void flushRun() {
+        if (!run.empty()) run.flush(canvas, pen, single);
     }
 
     // A line that runs down the frame meets a new page of memory in every row, which no
@@ -84,6 +95,7 @@ class LinePainter {
     bool wide;            // vectors may be used
     bool straight;        // and runs of large dabs
     SmallDabAvx2<Depth> small;
+    LargeDabAvx2<Depth> single;
     LargeRunAvx2<Depth> run;
 };
 

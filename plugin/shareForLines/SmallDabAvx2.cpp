@@ -49,18 +49,22 @@ void SmallDabAvx2<Depth>::prepare(double r, typename Depth::Channel alpha) {
         if constexpr (std::is_same_v<Depth, Depth8>) {
             if (alpha != Depth8::kWhite) g = coverAlpha8(g, alpha);
         }
-        const __m128i words =
-            _mm_packus_epi32(_mm256_castsi256_si128(g), _mm256_extracti128_si256(g, 1));
-        _mm_storel_epi64(reinterpret_cast<__m128i*>(&paint_[static_cast<std::size_t>(c)]),
-                         _mm_packus_epi16(words, words));
+        storeBytes(g, &paint_[static_cast<std::size_t>(c)]);
     }
-    if (!std::is_same_v<Depth, Depth8> && alpha != penAlpha) {
-        for (std::size_t g = 0; g < alphas.size(); ++g) {
-            alphas[g] = Depth::coverAlpha(alpha, static_cast<std::int32_t>(g));
-        }
-    }
+    if constexpr (!std::is_same_v<Depth, Depth8>) alphas.set(alpha);
     radius = r;
     penAlpha = alpha;
+}
+
+// Keeps the window where it is while the box fits: a vector read from where the dab before wrote
+// one need not wait until that has reached the cache.
+template <class Depth>
+void SmallDabAvx2<Depth>::placeWindow(const SmallDabBox& box, std::int32_t size,
+                                      std::int32_t width) {
+    if (box.xa >= windowLeft && box.xb < windowLeft + size) return;
+    // Ahead of a pen that moves right, behind of one that moves left.
+    windowLeft = box.xa < windowLeft ? box.xb - size + 1 : box.xa;
+    windowLeft = std::max(0, std::min(windowLeft, std::max(width - size, 0)));
 }
 
 template <class Depth>
@@ -79,21 +83,22 @@ void SmallDabAvx2<Depth>::paintRows(LineCanvas& canvas, const Pixel& pen, const 
     // Limited to columns 0.5 to 31.5: beyond them there is no edge to miss.
     const __m256 lowest = _mm256_set1_ps(static_cast<float>(0.5 * kFine));
     const __m256 highest = _mm256_set1_ps(static_cast<float>(31.5 * kFine));
-    const std::int32_t width = box.xb - box.xa + 1;
+    placeWindow(box, kBlocks * kLanes, canvas.width);
+    const std::int32_t left = windowLeft;
     __m256 across[kBlocks];
     __m256i lanes[kBlocks], keep[kBlocks];
     for (int i = 0; i < kBlocks; ++i) {
         const __m256 p =
             _mm256_add_ps(_mm256_setr_ps(0, 1, 2, 3, 4, 5, 6, 7),
-                          _mm256_set1_ps(static_cast<float>(box.xa + i * kLanes - dab.x)));
+                          _mm256_set1_ps(static_cast<float>(left + i * kLanes - dab.x)));
         across[i] = _mm256_mul_ps(_mm256_mul_ps(p, p), _mm256_set1_ps(static_cast<float>(scale)));
-        lanes[i] = firstLanes(std::min(width - i * kLanes, kLanes));
+        lanes[i] = lanesBetween(box.xa - left - i * kLanes, box.xb - left - i * kLanes);
         keep[i] = _mm256_and_si256(lanes[i], _mm256_set1_epi32(0xFF));
     }
     const __m256i lowPaint = halfTable(paint_.data()), highPaint = halfTable(paint_.data() + 16);
-    const bool room = box.xa + kBlocks * kLanes <= canvas.width;
+    const bool room = left + kBlocks * kLanes <= canvas.width;
     const RowMerge<Depth> merge{pen, alphas};
-    auto* row = reinterpret_cast<unsigned char*>(canvas.row<Depth>(box.ya) + box.xa);
+    auto* row = reinterpret_cast<unsigned char*>(canvas.row<Depth>(box.ya) + left);
     const double y = dab.y;
     for (std::int32_t line = box.ya; line <= box.yb; ++line, row += canvas.rowBytes) {
         const double q = line - y;
@@ -109,12 +114,13 @@ void SmallDabAvx2<Depth>::paintRows(LineCanvas& canvas, const Pixel& pen, const 
             columns[i] = _mm256_srli_epi32(fine, 12);
         }
         Pixel* pixels = reinterpret_cast<Pixel*>(row);
-        const auto mergeColumns = [&](const __m256i* found, int times) {
+        const auto mergeColumns = [&](const __m256i* found, int times)
+            __attribute__((always_inline)) {
             for (int i = 0; i < kBlocks; ++i) {
                 const __m256i paint =
                     _mm256_and_si256(lookUp(lowPaint, highPaint, found[i]), keep[i]);
-                merge(pixels + i * kLanes, std::min(width - i * kLanes, kLanes), room, paint,
-                      times);
+                merge(pixels + i * kLanes, std::min(canvas.width - left - i * kLanes, kLanes), room,
+                      paint, times);
             }
         };
         if (_mm256_testz_si256(near, near) != 0 && !steep) [[likely]] {
@@ -124,7 +130,7 @@ void SmallDabAvx2<Depth>::paintRows(LineCanvas& canvas, const Pixel& pen, const 
         for (const Dab* each : {&dab, twin}) {
             if (each == nullptr) continue;
             alignas(32) std::int32_t exact[kBlocks * kLanes] = {};
-            exactColumns(box, *each, line, exact);
+            exactColumns(box, *each, line, exact + (box.xa - left));
             for (int i = 0; i < kBlocks; ++i) columns[i] = load(exact + i * kLanes);
             mergeColumns(columns, 1);
         }

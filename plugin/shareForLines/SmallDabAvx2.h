@@ -13,6 +13,7 @@
 #include <array>
 #include <cstdint>
 
+#include "shareForLines/AlphaByCoverage.h"
 #include "shareForLines/CoverageTable.h"
 #include "shareForLines/LineCanvas.h"
 #include "shareForLines/LineWalk.h"
@@ -36,6 +37,7 @@ class SmallDabAvx2 {
 
   private:
     bool isTwin(const Dab& dab, const SmallDabBox& itsBox) const;
+    void placeWindow(const SmallDabBox& box, std::int32_t size, std::int32_t width);
     void paintHeld(LineCanvas& canvas, const Pixel& pen, const Dab* twin);
     void prepare(double radius, typename Depth::Channel alpha);
     // kBlocks: vectors of eight pixels across the box; a small dab is at most 11 pixels wide.
@@ -44,6 +46,7 @@ class SmallDabAvx2 {
     void paintRows(LineCanvas& canvas, const Pixel& pen, const Dab& dab, const SmallDabBox& box,
                    const Dab* twin);
 
+    std::int32_t windowLeft = 0;  // column of the first lane
     bool holds = false;
     Dab held{};
     SmallDabBox heldBox{};
@@ -51,7 +54,7 @@ class SmallDabAvx2 {
     typename Depth::Channel penAlpha{};
     // Paint by column: the alpha itself in 8 bits, else the coverage.
     alignas(32) std::array<std::uint8_t, kCoverageColumns> paint_{};
-    std::array<typename Depth::Channel, 256> alphas{};  // by coverage, beyond 8 bits
+    AlphaByCoverage<Depth> alphas{};  // beyond 8 bits
 };
 
 }  // namespace streakfall

@@ -9,6 +9,7 @@
 #include <array>
 #include <cstdint>
 
+#include "shareForLines/AlphaByCoverage.h"
 #include "shareForLines/CoverageTable.h"
 #include "shareForLines/MergePixel.h"
 
@@ -27,6 +28,19 @@ inline __m256i load(const void* p) { return _mm256_loadu_si256(static_cast<const
 // All ones in the first `count` lanes, 0 to 8.
 inline __m256i firstLanes(std::int32_t count) { return load(kWindow + 16 - count); }
 
+// All ones in lanes `from` to `to`; either may lie outside 0 to 7.
+inline __m256i lanesBetween(std::int32_t from, std::int32_t to) {
+    return _mm256_andnot_si256(firstLanes(std::clamp(from, 0, kLanes)),
+                               firstLanes(std::clamp(to + 1, 0, kLanes)));
+}
+
+// Eight lanes of 0 to 255 as bytes.
+inline void storeBytes(__m256i lanes, std::uint8_t* to) {
+    const __m128i words =
+        _mm_packus_epi32(_mm256_castsi256_si128(lanes), _mm256_extracti128_si256(lanes, 1));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(to), _mm_packus_epi16(words, words));
+}
+
 // Eight coverages of neighbouring columns, blended like coverageInColumn.
 inline __m256i blendRows(const CoverageBlend& w, std::int32_t column) {
     const auto widen = [column](std::int32_t row) {
@@ -41,6 +55,12 @@ inline __m256i blendRows(const CoverageBlend& w, std::int32_t column) {
                          _mm256_set1_epi32(32768)),
         16);
     return _mm256_add_epi32(low, part);
+}
+
+// All 32 coverages of a radius, by column, as bytes.
+inline void coverageTable(const CoverageBlend& w, std::uint8_t* table) {
+    for (std::int32_t c = 0; c < kCoverageColumns; c += kLanes)
+        storeBytes(blendRows(w, c), table + c);
 }
 
 // Half a table of 32 bytes, in both halves of a vector.
@@ -108,9 +128,10 @@ template <class Depth>
 struct RowMerge {
     using Pixel = typename Depth::Pixel;
     const Pixel& pen;
-    const std::array<typename Depth::Channel, 256>& alphas;
+    const AlphaByCoverage<Depth>& alphas;
 
-    void operator()(Pixel* pixels, std::int32_t, bool, __m256i paint, int times) const {
+    __attribute__((always_inline)) void operator()(Pixel* pixels, std::int32_t, bool, __m256i paint,
+                                                   int times) const {
         alignas(32) std::int32_t coverage[kLanes];
         _mm256_store_si256(reinterpret_cast<__m256i*>(coverage), paint);
         auto lanes = static_cast<unsigned>(_mm256_movemask_ps(
@@ -125,33 +146,42 @@ struct RowMerge {
 
 template <>
 struct RowMerge<Depth8> {
-    RowMerge(const PF_Pixel& p, const std::array<std::uint8_t, 256>&)
-        : pen(p),
-          color(_mm256_set1_epi32(p.red << 8 | p.green << 16 |
-                                  static_cast<int>(unsigned{p.blue} << 24))) {}
+    RowMerge(const PF_Pixel& p, const AlphaByCoverage<Depth8>&) : pen(p), color(colorOf(p)) {}
+
+    // The colour in every lane, alpha 0.
+    static __m256i colorOf(const PF_Pixel& p) {
+        return _mm256_set1_epi32(p.red << 8 | p.green << 16 |
+                                 static_cast<int>(unsigned{p.blue} << 24));
+    }
+
     const PF_Pixel& pen;
     const __m256i color;
 
-    void operator()(PF_Pixel* pixels, std::int32_t count, bool room, __m256i paint,
-                    int times) const {
+    __attribute__((always_inline)) void operator()(PF_Pixel* pixels, std::int32_t count, bool room,
+                                                   __m256i paint, int times) const {
         if (room) [[likely]] {
-            auto* vector = reinterpret_cast<__m256i*>(pixels);
-            bool mixed = false;
-            __m256i merged = mergeEight(_mm256_loadu_si256(vector), paint, color, pen, mixed);
-            for (int i = 1; mixed && i < times; ++i) {
-                merged = mergeEight(merged, paint, color, pen, mixed);
-            }
-            _mm256_storeu_si256(vector, merged);
+            mergeVector(pixels, paint, times);
         } else {
             atEdge(pixels, count, paint, times);
         }
+    }
+
+    __attribute__((always_inline)) void mergeVector(PF_Pixel* pixels, __m256i paint,
+                                                    int times) const {
+        auto* vector = reinterpret_cast<__m256i*>(pixels);
+        bool mixed = false;
+        __m256i merged = mergeEight(_mm256_loadu_si256(vector), paint, color, pen, mixed);
+        for (int i = 1; mixed && i < times; ++i) {
+            merged = mergeEight(merged, paint, color, pen, mixed);
+        }
+        _mm256_storeu_si256(vector, merged);
     }
 
     __attribute__((noinline)) void atEdge(PF_Pixel* pixels, std::int32_t count, __m256i paint,
                                           int times) const {
         PF_Pixel edge[kLanes] = {};
         std::copy_n(pixels, count, edge);
-        (*this)(edge, count, true, paint, times);
+        mergeVector(edge, paint, times);
         std::copy_n(edge, count, pixels);
     }
 };
