@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "lines/RandomSequence.h"
+#include "lines/Trigonometry.h"
 #include "shareForLines/LineTracer.h"
 
 namespace streakfall {
@@ -33,9 +34,9 @@ LineWalk::LineWalk(StrokeForm& form, const LineRecord& record) : stroke(form), l
     px = line.x0;
     py = line.y0;
     if (stroke.waveEnabled) {
-        const double angle = std::atan2(dy, dx);
-        sinA = std::sin(angle);
-        cosA = std::cos(angle);
+        const SineCosine normal = sineCosine(vectorAngle(dy, dx));
+        sinA = normal.sine;
+        cosA = normal.cosine;
         stroke.waveState = startStream(static_cast<std::uint32_t>(line.seed));
         resetWave(stroke.wave, stroke.waveState, line.axialPosition);
     }

@@ -10,6 +10,7 @@
 
 #include "lines/LineRecord.h"
 #include "lines/RandomSequence.h"
+#include "lines/Trigonometry.h"
 #include "shareForLines/CirclePath.h"
 #include "shareForLines/LineCanvas.h"
 #include "shareForLines/LineTracer.h"
@@ -123,7 +124,7 @@ void traceLine(Stroke<Depth>& stroke, LineCanvas& canvas, const LineRecord& line
     double L = std::sqrt(dx * dx + dy * dy);
     if (!(L > 0.0)) L = 1.0;
     if (!(L <= kMaxLineLength)) return;
-    const double angle = std::atan2(dy, dx);
+    const double angle = vectorAngle(dy, dx);
     const double ux = dx / L, uy = dy / L;
     const double thickness = std::min(stroke.thickness, kMaxThickness);
     double fIn = 0.0, fOut = 0.0;
@@ -146,7 +147,7 @@ void traceLine(Stroke<Depth>& stroke, LineCanvas& canvas, const LineRecord& line
         stroke.waveState = startStream(static_cast<std::uint32_t>(line.seed));
         resetWave(stroke.wave, stroke.waveState, line.axialPosition);
     }
-    const double sinA = std::sin(angle), cosA = std::cos(angle);
+    const auto [sinA, cosA] = sineCosine(angle);
     double t = 0.0, px = line.x0, py = line.y0;
     bool first = true, last = false;
     double prevX = 0.0, prevY = 0.0, prevR = 0.0, prevA = 0.0;
