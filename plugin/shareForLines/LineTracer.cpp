@@ -9,8 +9,6 @@
 namespace streakfall {
 namespace {
 
-// How many steps ahead of the pen pixels are asked for.
-constexpr double kStepsAhead = 24.0;
 // Smaller dabs are cheaper one by one than as a run.
 constexpr double kRunRadius = 12.0;
 
@@ -22,11 +20,9 @@ class LinePainter {
         : canvas(lineCanvas),
           pen(stroke.pen),
           strokeAlpha(stroke.pen.alpha),
-          ux(walk.directionX()),
-          uy(walk.directionY()),
           wide(instructionSet() >= InstructionSet::kAvx2),
-          straight(wide && !stroke.waveEnabled && (ux != 0.0 || uy != 0.0)),
-          run(ux, uy) {}
+          straight(wide && !stroke.waveEnabled && walk.hasDirection()),
+          run(walk.directionX(), walk.directionY()) {}
 
     // The dab touches the canvas.
     void paint(const Dab& dab) {
@@ -39,7 +35,6 @@ class LinePainter {
         }
         flushRun();
         if (wide) {
-            askForPixels(dab);
             small.paint(canvas, pen, dab);
         } else {
             paintDab<Depth>(canvas, pen, dab);
@@ -78,20 +73,10 @@ class LinePainter {
         if (!run.empty()) run.flush(canvas, pen, single);
     }
 
-    // A line that runs down the frame meets a new page of memory in every row, which no
-    // processor foresees.
-    void askForPixels(const Dab& dab) const {
-        const double x = dab.x + kStepsAhead * ux, y = dab.y + kStepsAhead * uy;
-        if (!(x >= 0 && y >= 0 && x < canvas.width && y < canvas.height)) return;
-        __builtin_prefetch(
-            canvas.row<Depth>(static_cast<std::int32_t>(y)) + static_cast<std::int32_t>(x), 1);
-    }
-
     LineCanvas& canvas;
     typename Depth::Pixel pen;  // its alpha is that of the current dab
     typename Depth::Channel strokeAlpha;
     double factor = 1.0;  // of the pen's alpha
-    double ux, uy;        // direction of the line
     bool wide;            // vectors may be used
     bool straight;        // and runs of large dabs
     SmallDabAvx2<Depth> small;

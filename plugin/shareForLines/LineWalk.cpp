@@ -92,7 +92,7 @@ bool LineWalk::step() {
     return paints;
 }
 
-// Sets up the in-between dabs from `previous` to `current`, if the step moved over a pixel.
+// The next in-between dab on the way from `previous` to `current`; false when there is none.
 bool LineWalk::bridge(Dab& dab) {
     if (bridgeAt < bridgeEnd) {
         bridgeAt += 1.0;
@@ -121,15 +121,18 @@ bool LineWalk::next(Dab& dab) {
     const double d2 = ex * ex + ey * ey;
     if (!(d2 <= 1.0 || first)) {
         const double distance = std::sqrt(d2);
-        bridgeX = ex / distance;
-        bridgeY = ey / distance;
-        bridgeR = (current.radius - previous.radius) / distance;
-        bridgeF = (current.factor - previous.factor) / distance;
-        bridgeAt = 1.0;
-        // A gap as long as no line may be comes from a wave far out of range: left open.
-        bridgeEnd = distance <= kMaxLineLength ? distance : 0.0;
-        if (bridge(dab)) return true;
-        bridgeEnd = 0.0;
+        // Mostly the step is over a pixel by rounding alone, and no dab fits between. A gap as
+        // long as no line may be comes from a wave far out of range: left open.
+        if (distance > 1.0 && distance <= kMaxLineLength) {
+            bridgeX = ex / distance;
+            bridgeY = ey / distance;
+            bridgeR = (current.radius - previous.radius) / distance;
+            bridgeF = (current.factor - previous.factor) / distance;
+            bridgeAt = 1.0;
+            bridgeEnd = distance;
+            bridge(dab);
+            return true;
+        }
     }
     first = false;
     dab = previous = current;

@@ -29,6 +29,7 @@ class LineWalk {
 
     double directionX() const { return ux; }  // unit vector, (0, 0) for a line of no length
     double directionY() const { return uy; }
+    bool hasDirection() const { return ux != 0.0 || uy != 0.0; }
 
   private:
     bool step();
