@@ -1,8 +1,8 @@
-#include "resources/PropertyList.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
+
+#include "resources/PropertyList.h"
 
 namespace {
 
