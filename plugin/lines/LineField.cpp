@@ -18,6 +18,9 @@ constexpr double kMinLength = 1e-06;
 // A host world has at most 30000 pixels a side; the bound keeps a damaged size from asking for
 // gigabytes of prototypes.
 constexpr double kMaxDiagonal = 65536.0;
+// Far above the roundings of a turned line's coordinates, as a part of their size.
+constexpr double kRoundingRoom = 1e-9;
+constexpr double kSlotsToSpare = 3.0;  // for the fraction and for the roundings of the slots' sum
 
 double distance(double x0, double y0, double x1, double y1) {
     const double dx = x1 - x0, dy = y1 - y0;
@@ -114,6 +117,40 @@ LineField::Slots LineField::laySlots() const {
     return slots;
 }
 
+LineField::Axis LineField::layAxis() const {
+    const auto [sine, cosine] = sineCosine(vectorAngle(endY - startY, endX - startX));
+    Axis axis{cosine, sine, HUGE_VAL, -HUGE_VAL, HUGE_VAL, -HUGE_VAL};
+    double farthest = std::fabs(startX) + std::fabs(startY);
+    for (const double x : {clipRect.left - startX, clipRect.right - startX}) {
+        for (const double y : {clipRect.top - startY, clipRect.bottom - startY}) {
+            const double axial = x * cosine + y * sine;
+            const double lateral = y * cosine - x * sine;
+            axis.axialFrom = std::min(axis.axialFrom, axial);
+            axis.axialTo = std::max(axis.axialTo, axial);
+            axis.lateralFrom = std::min(axis.lateralFrom, lateral);
+            axis.lateralTo = std::max(axis.lateralTo, lateral);
+            farthest += std::fabs(x) + std::fabs(y);
+        }
+    }
+    const double room = 1.0 + farthest * kRoundingRoom;
+    axis.axialFrom -= room;
+    axis.axialTo += room;
+    axis.lateralFrom -= room;
+    axis.lateralTo += room;
+    return axis;
+}
+
+// How many slots of a row half can touch the frame. Those behind them need not even be drawn from
+// the stream, for every half starts a stream of its own. A group may move by any number of slots,
+// and a fan's slots close up with the distance, so there it is all of them.
+std::int32_t LineField::slotsWithin(const Axis& axis, const Slots& slots) const {
+    if (taperEnabled || grouped()) return slots.count;
+    const double farthest = std::max(std::fabs(axis.lateralFrom), std::fabs(axis.lateralTo));
+    const double within =
+        farthest / std::fabs(slots.step) + std::fabs(densityRandom) + kSlotsToSpare;
+    return within < slots.count ? static_cast<std::int32_t>(within) : slots.count;
+}
+
 void LineField::generate(std::vector<LineRecord>& lines) {
     density = std::max(kMinDensity, density);
     const double lineLength = std::fabs(length);
@@ -121,12 +158,13 @@ void LineField::generate(std::vector<LineRecord>& lines) {
 
     Rows rows;
     if (!layRows(lineLength, rows)) return;
-    const auto [sine, cosine] = sineCosine(vectorAngle(endY - startY, endX - startX));
-    const Axis axis{cosine, sine};
-    const Slots slots = laySlots();
-    const auto count = static_cast<std::int32_t>(prototypes.size());
+    const Axis axis = layAxis();
+    Slots slots = laySlots();
+    auto count = static_cast<std::int32_t>(prototypes.size());
     const std::int64_t workPerRow = 2 * (std::int64_t{count} + slots.count);
     const std::int64_t rowCount = std::min(rows.count, kMaxSlotWork / workPerRow);
+    slots.count = slotsWithin(axis, slots);
+    count = taperEnabled ? count : std::min(count, slots.count);
     const std::int32_t patterns = repeat ? std::clamp(repeatRandomCount, 0, 1 << 30) + 1 : 1;
 
     double x = rows.x;

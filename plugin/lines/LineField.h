@@ -111,13 +111,20 @@ class LineField {
         double apex;         // axial place of the fan's apex; 0 without a fan
         std::int32_t count;  // a row half
     };
+    // The field's own axes in the buffer, and the clip rectangle seen along them, grown by more
+    // than the roundings of turning a line: what lies outside cannot touch the rectangle.
     struct Axis {
         double cosine, sine;
+        double axialFrom, axialTo;
+        double lateralFrom, lateralTo;
     };
 
     bool layRows(double lineLength, Rows& rows);
     Slots laySlots() const;
+    Axis layAxis() const;
     double farthestCorner() const;
+    bool grouped() const;
+    std::int32_t slotsWithin(const Axis& axis, const Slots& slots) const;
     double buildPlain(double lineLength, double step, std::int32_t count);
     double buildGroups(double lineLength, double step, std::int32_t count);
     void runSlots(std::vector<LineRecord>& lines, const Slots& slots, const Axis& axis, double x,

@@ -65,6 +65,11 @@ bool placeFan(const LineField& field, double apex, const LinePrototype& q, doubl
     return true;
 }
 
+// Whether two places lie on one side of a range. False for what is no number.
+bool apart(double p, double q, double from, double to) {
+    return (p < from && q < from) || (p > to && q > to);
+}
+
 }  // namespace
 
 bool LineField::place(const LinePrototype& q, const Slots& slots, double x, double y,
@@ -91,6 +96,8 @@ void LineField::runSlots(std::vector<LineRecord>& lines, const Slots& slots, con
         failures = 0;
         if (!(line.thickness > 0.0)) continue;
         const double px = line.x0, py = line.y0, qx = line.x1, qy = line.y1;
+        if (apart(px, qx, axis.axialFrom, axis.axialTo)) continue;
+        if (apart(py, qy, axis.lateralFrom, axis.lateralTo)) continue;
         line.x0 = startX + px * axis.cosine - py * axis.sine;
         line.y0 = startY + px * axis.sine + py * axis.cosine;
         line.x1 = startX + qx * axis.cosine - qy * axis.sine;

@@ -16,10 +16,13 @@ double reflectFold(double v, double limit) {
     return (q & 1) != 0 ? limit - r : r;
 }
 
+bool LineField::grouped() const {
+    return truncToI32((groupLines + linesRandom) * density + 0.5) >= 2;
+}
+
 double LineField::buildPrototypes(double lineLength, double step, std::int32_t count) {
     prototypeCount = count;
-    const bool grouped = truncToI32((groupLines + linesRandom) * density + 0.5) >= 2;
-    return grouped ? buildGroups(lineLength, step, count) : buildPlain(lineLength, step, count);
+    return grouped() ? buildGroups(lineLength, step, count) : buildPlain(lineLength, step, count);
 }
 
 double LineField::buildPlain(double lineLength, double step, std::int32_t count) {

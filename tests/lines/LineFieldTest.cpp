@@ -154,6 +154,65 @@ TEST(LineField, ClipTestAgreesWithSampling) {
     EXPECT_FALSE(segmentTouchesRect(-9, 5, 9, 5, rect));
 }
 
+LineField randomField(std::mt19937& random, double margin) {
+    const auto between = [&](double low, double high) {
+        return std::uniform_real_distribution<double>(low, high)(random);
+    };
+    const auto oneIn = [&](int n) { return random() % static_cast<unsigned>(n) == 0; };
+    LineField f(0, 0, 640, 360, margin, oneIn(3) ? 0.5 : 1.0);
+    f.startX = between(-300, 900);
+    f.startY = between(-300, 700);
+    f.endX = oneIn(4) ? f.startX : between(-300, 900);
+    f.endY = oneIn(4) ? f.startY : between(-300, 700);
+    f.thickness = 5;
+    f.length = between(-800, 800);
+    f.lengthRandom = between(0, 1);
+    f.offset = between(-500, 500);
+    f.offsetRandom = oneIn(2) ? 0 : between(0, 2);
+    f.density = oneIn(2) ? between(0.1, 20) : between(20, 1000);
+    f.densityRandom = between(0, 4);
+    f.repeat = oneIn(2);
+    f.repeatInterval = between(0, 300);
+    f.repeatRandomCount = 2;
+    f.randomSeed = static_cast<std::int32_t>(random() % 1000);
+    if (oneIn(3)) f.groupLines = between(0, 1);
+    f.linesRandom = f.groupLines * 0.5;
+    f.attraction = between(0, 1);
+    f.intervalRandom = between(0, 50);
+    if (oneIn(3)) {
+        f.taperEnabled = true;
+        f.taper = between(-1, 1);
+        f.baseLength = between(1, 1000);
+        f.bandMode = oneIn(2) ? LineField::kArch : LineField::kFixedBand;
+    }
+    return f;
+}
+
+// Slots that cannot touch the frame are passed over before any arithmetic. With a margin without
+// end nothing is passed over; of its lines those that touch must be left, to the bit.
+TEST(LineField, PassesOverNothingThatTouchesTheFrame) {
+    for (std::uint32_t seed = 0; seed < 300; ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 near(seed), far(seed);
+        const LineField field = randomField(near, 20.0);
+        Lines all = generated(randomField(far, 1e7));
+        std::erase_if(all, [&](const LineRecord& line) {
+            return !segmentTouchesRect(line.x0, line.y0, line.x1, line.y1, field.clipRect);
+        });
+        const Lines lines = generated(field);
+        ASSERT_EQ(lines.size(), all.size());
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            ASSERT_EQ(lines[i].x0, all[i].x0);
+            ASSERT_EQ(lines[i].y0, all[i].y0);
+            ASSERT_EQ(lines[i].x1, all[i].x1);
+            ASSERT_EQ(lines[i].y1, all[i].y1);
+            ASSERT_EQ(lines[i].thickness, all[i].thickness);
+            ASSERT_EQ(lines[i].axialPosition, all[i].axialPosition);
+            ASSERT_EQ(lines[i].seed, all[i].seed);
+        }
+    }
+}
+
 // Values that only an expression or a damaged file can give: a result, and soon.
 TEST(LineField, ComesBackFromAnyValue) {
     const double odd[] = {0.0,
