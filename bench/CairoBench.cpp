@@ -12,7 +12,7 @@ void registerCairo() {
             CairoLines lines(scene);
             timeWork(
                 state, [&] { lines.clear(); }, [&] { lines.draw(form.inShape); });
-        });
+        })->Repetitions(5);
     }
 }
 

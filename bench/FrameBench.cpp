@@ -78,7 +78,8 @@ void registerFrames() {
         for (const FieldCase& field : fieldCases()) {
             for (const NamedDepth& depth : kDepths) {
                 add(std::string("frame/") + field.name + "/" + size.name + "/" + depth.name,
-                    [&](benchmark::State& state) { timeFrames(state, field, size, depth.depth); });
+                    [&](benchmark::State& state) { timeFrames(state, field, size, depth.depth); })
+                    ->Repetitions(3);
             }
         }
     }

@@ -16,7 +16,8 @@ void registerGeneration() {
                         state, [&] { lines.clear(); },
                         [&] { streakfall::generateLines(params, frameInfo(size), lines); });
                     state.counters["lines"] = static_cast<double>(lines.size());
-                });
+                })
+                ->Repetitions(5);
         }
     }
 }
