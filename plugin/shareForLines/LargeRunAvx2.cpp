@@ -18,6 +18,8 @@ constexpr std::int32_t kTwice = 512;      // added where a flat and a steep arc 
 constexpr std::int32_t kShortRun = 6;     // shorter runs are painted dab by dab
 constexpr double kCoreInset = 1.6;        // interior for certain, pixels inside the circle
 constexpr double kReach = 1.0;            // untouched for certain, pixels outside of it
+constexpr double kQuantised = 0.1;        // room for two quantised centres
+constexpr double kMaxStep = 1.05;         // from dab to dab of a run, pixels
 constexpr float kMinChord2 = 25.0f;       // half a core chord, squared, that bounds the core
 constexpr double kFarthestRowEnd = 2.95;  // how far the end of a hollow row may move
 
@@ -114,7 +116,7 @@ bool LargeRunAvx2<Depth>::add(const Dab& dab) {
     if (count > 0) {
         Entry& before = dabs[static_cast<std::size_t>(count - 1)];
         const double dx = dab.x - before.dab.x, dy = dab.y - before.dab.y;
-        if (dx * dx + dy * dy > 1.5) return false;
+        if (dx * dx + dy * dy > kMaxStep * kMaxStep) return false;
         const bool same = quantiseCentre(dab.x, dab.y) == before.shape.centre &&
                           dab.radius == before.dab.radius && dab.hollow == before.dab.hollow;
         if (same) {
@@ -147,12 +149,14 @@ void LargeRunAvx2<Depth>::prepare(LineCanvas& canvas, const Pixel& pen) {
     widest = 0.0;
     samples = 0;
     steps = 0;
+    double widestSince = 0.0;  // of the dabs behind the sample before
     for (std::int32_t k = 0; k < count; ++k) {
         const Entry& e = dabs[static_cast<std::size_t>(k)];
         const double r = e.dab.radius;
         upper = std::min(upper, e.dab.y - r);
         lower = std::max(lower, e.dab.y + r);
         widest = std::max(widest, r);
+        widestSince = std::max(widestSince, r);
         const double along = (e.dab.x - first.x) * ux + (e.dab.y - first.y) * uy;
         const std::int32_t step = std::clamp(truncToI32(along), 0, kDabs);
         for (; steps <= step; ++steps) {
@@ -163,9 +167,10 @@ void LargeRunAvx2<Depth>::prepare(LineCanvas& canvas, const Pixel& pen) {
             sampleX[i] = static_cast<float>(e.shape.centre.xi + e.shape.centre.cx);
             sampleY[i] = static_cast<float>(e.shape.centre.yi + e.shape.centre.cy);
             sampleCore[i] = static_cast<float>((r - kCoreInset) * (r - kCoreInset));
-            // Covers the dabs between the samples as well.
-            const double reach = r + kReach + 3.0;
+            // Covers the dabs since the sample before as well, however wide a steep ramp made them.
+            const double reach = widestSince + kReach + kQuantised + (kSampling - 1) * kMaxStep;
             sampleReach[i] = static_cast<float>(reach * reach);
+            widestSince = 0.0;
         }
     }
     for (std::int32_t i = samples; i % kLanes != 0; ++i) {
@@ -217,8 +222,7 @@ typename LargeRunAvx2<Depth>::Interval LargeRunAvx2<Depth>::dabsNear(std::int32_
     const double alongEnd = along + (kLanes - 1) * ux, acrossEnd = across - (kLanes - 1) * uy;
     const double nearest =
         across * acrossEnd < 0.0 ? 0.0 : std::min(std::fabs(across), std::fabs(acrossEnd));
-    // A little room for the quantised centre.
-    const double reach = widest + kReach + 0.1;
+    const double reach = widest + kReach + kQuantised;
     const double width2 = reach * reach - nearest * nearest;
     if (width2 < 0.0) return {0, -1};
     const double width = std::sqrt(width2) + 0.5;

@@ -11,7 +11,9 @@
 //  - Hollow dabs leave their middle open, but each pixel inside one of them is painted by another:
 //    it lies within three pixels of the dab's end of the row when the dab moves off it, or in a
 //    solid dab at the line's end. That holds while the ends of hollow rows move by at most three
-//    pixels from dab to dab; add() refuses dabs where they might move farther.
+//    pixels from dab to dab; add() refuses dabs where they might move farther. And it takes more
+//    dabs of the full alpha than reach a pixel (LineWalk::closesHollowDabs); the owner keeps the
+//    hollow dabs of other lines away.
 //
 // Owner: the painter of one line. Needs a processor with AVX2.
 #pragma once

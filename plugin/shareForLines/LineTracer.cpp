@@ -22,6 +22,7 @@ class LinePainter {
           strokeAlpha(stroke.pen.alpha),
           wide(instructionSet() >= InstructionSet::kAvx2),
           straight(wide && !stroke.waveEnabled && walk.hasDirection()),
+          closesHollow(walk.closesHollowDabs()),
           run(walk.directionX(), walk.directionY()) {}
 
     // The dab touches the canvas.
@@ -56,7 +57,7 @@ class LinePainter {
     }
 
     void paintLarge(const Dab& dab) {
-        if (straight && dab.radius >= kRunRadius) {
+        if (straight && dab.radius >= kRunRadius && (closesHollow || !dab.hollow)) {
             if (run.add(dab)) return;
             flushRun();
             if (run.add(dab)) return;
@@ -79,6 +80,7 @@ class LinePainter {
     double factor = 1.0;  // of the pen's alpha
     bool wide;            // vectors may be used
     bool straight;        // and runs of large dabs
+    bool closesHollow;    // also of hollow ones
     SmallDabAvx2<Depth> small;
     LargeDabAvx2<Depth> single;
     LargeRunAvx2<Depth> run;

@@ -87,12 +87,12 @@ void randomForm(Chance& chance, StrokeForm& form) {
     form.startThicknessRatio = form.inOutEnabled && chance.oneIn(2) ? chance.between(0, 1) : 0.0;
     form.endThicknessRatio = form.inOutEnabled && chance.oneIn(2) ? chance.between(0, 1) : 0.0;
     if (!form.inOutEnabled) form.startThicknessRatio = form.endThicknessRatio = 1.0;
-    form.inLength = chance.oneOf({0.0, 2.0, 30.0, 150.0, 500.0});
-    form.outLength = chance.oneOf({0.0, 2.0, 30.0, 150.0, 500.0});
+    form.inLength = chance.oneOf({0.0, 0.2, 2.0, 30.0, 150.0, 500.0});
+    form.outLength = chance.oneOf({0.0, 0.2, 2.0, 30.0, 150.0, 500.0});
     const bool opacityRamp = chance.oneIn(4);
-    form.startOpacity = opacityRamp ? chance.between(0, 1) : 1.0;
-    form.endOpacity = opacityRamp ? chance.between(0, 1) : 1.0;
-    form.opacityCenter = opacityRamp ? chance.oneOf({0.0, 0.3, 0.5, 1.0}) : 0.5;
+    form.startOpacity = opacityRamp && chance.oneIn(2) ? chance.between(0, 1) : 1.0;
+    form.endOpacity = opacityRamp && chance.oneIn(2) ? chance.between(0, 1) : 1.0;
+    form.opacityCenter = opacityRamp ? chance.oneOf({0.0, 0.1, 0.5, 1.0}) : 0.5;
     form.waveEnabled = chance.oneIn(4);
     form.wave.amount = chance.oneOf({-40.0, 5.0, 15.0, 60.0});
     form.wave.amountRandom = chance.between(0, 1);
@@ -139,6 +139,18 @@ class PlainTwin : public ::testing::Test {
                                       << static_cast<int>(set) << " thickness " << c.line.thickness;
         }
     }
+
+    // Draws one stroke both ways. setUp(form): what differs from a plain stroke.
+    template <class SetUp>
+    void compareOne(const Case& c, SetUp setUp) {
+        PaintBox<Depth> product(kWidth, kHeight, 3), plain(kWidth, kHeight, 3);
+        Stroke<Depth> stroke;
+        setUp(stroke);
+        draw(product, stroke, c, false);
+        draw(plain, stroke, c, true);
+        EXPECT_GT(plain.painted(), 0u);
+        EXPECT_EQ(product.firstDifference(plain), "") << "thickness " << c.line.thickness;
+    }
 };
 TYPED_TEST_SUITE(PlainTwin, Depths);
 
@@ -150,6 +162,28 @@ TYPED_TEST(PlainTwin, RandomStrokes) {
             this->compare(seed, set == InstructionSet::kBaseline ? 12 : 60, set);
             if (this->HasFatalFailure()) return;
         }
+    }
+}
+
+// The radius grows and falls by many pixels a step: the widest dab stands between narrow ones.
+TYPED_TEST(PlainTwin, SteepRampsOnAShortThickLine) {
+    const Case c{{60, 60, 70, 60, 100.0, 0, 1}, 90, 31, 90, 1.0};
+    this->compareOne(c, [](StrokeForm& form) {
+        form.inOutEnabled = true;
+        form.startThicknessRatio = form.endThicknessRatio = 0.3;
+        form.inLength = 0.2;  // of two steps, for the line is ten times as thick as long
+        form.outLength = 0.8;
+    });
+}
+
+// The line leaves full opacity before the pen has left the first dab, whose middle is hollow.
+TYPED_TEST(PlainTwin, FullOpacityShorterThanTheStrokeIsWide) {
+    for (const double opacity : {1.0, 0.004}) {
+        const Case c{{30, 60, 180, 60, 40.0, 0, 1}, 90, 31, 90, opacity};
+        this->compareOne(c, [](StrokeForm& form) {
+            form.endOpacity = 0.0;
+            form.opacityCenter = 0.1;
+        });
     }
 }
 
