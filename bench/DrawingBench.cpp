@@ -111,7 +111,7 @@ void registerDrawing() {
             touchFrame(state, scene);
         })->Repetitions(5);
     }
-    for (const double radius : {1.5, 2.5, 4.9, 5.0, 12.0, 40.0, 80.0, 120.0}) {
+    for (const double radius : {1.5, 2.5, 4.9, 5.0, 12.0, 40.0, 60.0, 80.0, 120.0}) {
         addGridCell<Depth8>(radius, "8");
         addGridCell<Depth16>(radius, "16");
         addGridCell<DepthFloat>(radius, "float");
