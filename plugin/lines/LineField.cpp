@@ -89,7 +89,7 @@ bool LineField::layRows(double lineLength, Rows& rows) {
         rows.pitch = repeatInterval + lineLength;
         // Within the parameters' ranges the pitch is above 0.
         if (!(rows.pitch > 0.0)) return false;
-        const std::int32_t patterns = std::clamp(repeatRandomCount, 0, 1 << 30) + 1;
+        const std::int32_t patterns = std::clamp(repeatRandomCount, 0, 1 << 29) + 1;
         const double cycle = patterns * rows.pitch;
         if (off > reach) {
             off = off - cycle * std::trunc(off / cycle + 0.5);
@@ -165,7 +165,7 @@ void LineField::generate(std::vector<LineRecord>& lines) {
     const std::int64_t rowCount = std::min(rows.count, kMaxSlotWork / workPerRow);
     slots.count = slotsWithin(axis, slots);
     count = taperEnabled ? count : std::min(count, slots.count);
-    const std::int32_t patterns = repeat ? std::clamp(repeatRandomCount, 0, 1 << 30) + 1 : 1;
+    const std::int32_t patterns = repeat ? std::clamp(repeatRandomCount, 0, 1 << 29) + 1 : 1;
 
     double x = rows.x;
     std::int32_t pattern = rows.pattern;

@@ -57,7 +57,8 @@ class LinePainter {
     }
 
     void paintLarge(const Dab& dab) {
-        if (straight && dab.radius >= kRunRadius && (closesHollow || !dab.hollow)) {
+        const bool runs = straight && pen.alpha > 0 && (closesHollow || !dab.hollow);
+        if (runs && dab.radius >= kRunRadius) {
             if (run.add(dab)) return;
             flushRun();
             if (run.add(dab)) return;

@@ -84,8 +84,11 @@ struct DepthFloat {
 
     static Channel penColor(std::uint8_t c) { return static_cast<float>(c) / 255.0f; }
     static Channel penAlpha(double opacity) { return narrow(opacity); }
+    // Between two steps the factor may drift an ulp outside 0 to 1, and is used as it is: a pixel
+    // can come to hold an alpha a hair below 0. What lies farther out is no drift.
     static Channel scaleAlpha(Channel alpha, double factor) {
-        return narrow(static_cast<double>(alpha) * factor);
+        const double v = static_cast<double>(alpha) * factor;
+        return v < 0.0 && v > -kDrift ? static_cast<float>(v) : narrow(v);
     }
     static Channel coverAlpha(Channel alpha, std::int32_t coverage) {
         const float product = static_cast<float>(coverage) * alpha;
@@ -101,6 +104,8 @@ struct DepthFloat {
     static Channel fromUnit(double v) { return static_cast<float>(v); }
 
   private:
+    static constexpr double kDrift = 1e-9;
+
     // An alpha below 0 or none at all paints nothing; one above white counts as white.
     static float narrow(double v) {
         if (!(v > 0.0)) return 0.0f;

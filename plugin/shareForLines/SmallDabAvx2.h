@@ -40,7 +40,7 @@ class SmallDabAvx2 {
     void placeWindow(const SmallDabBox& box, std::int32_t size, std::int32_t width);
     void paintHeld(LineCanvas& canvas, const Pixel& pen, const Dab* twin);
     void prepare(double radius, typename Depth::Channel alpha);
-    // kBlocks: vectors of eight pixels across the box; a small dab is at most 11 pixels wide.
+    // kBlocks: vectors of eight pixels across the box; a small dab is at most 12 pixels wide.
     // twin: null, or a dab to merge after this one.
     template <int kBlocks>
     void paintRows(LineCanvas& canvas, const Pixel& pen, const Dab& dab, const SmallDabBox& box,
