@@ -32,8 +32,8 @@ std::vector<PF_Err> codesWithoutLock(const Fault& fault) {
         case Scene::changed:
             return {kNone};
         case Scene::resetup:
-            // Data that cannot be looked at counts as foreign, and foreign data is dropped.
-            return {fault.n == 1 ? kNone : kDamaged};
+            // Data that cannot be looked at may count as foreign, and foreign data is dropped.
+            return {kNone, kDamaged};
         case Scene::dialog:
             return {kNone, kDamaged};
         default:

@@ -1,5 +1,6 @@
 #include "validate/RandomValues.h"
 
+#include <cmath>
 #include <limits>
 
 #include "validate/Report.h"
@@ -26,18 +27,18 @@ double numberPast(Random& random) {
         1e-7,
     };
     if (random.oneIn(2)) return random.oneOf(std::span<const double>(kOdd));
-    const double size = random.real(0, 1);
-    return (random.oneIn(2) ? -1 : 1) * size * size * 1e6;
+    return random.real(-1, 1) * std::pow(10, random.between(0, 9));
 }
 
 double numberInside(const ParamInfo& param, Random& random) {
     if (param.type == PF_Param_CHECKBOX) return random.below(2);
-    switch (random.below(6)) {
+    switch (random.below(16)) {
         case 0:
             return param.validMin;
         case 1:
             return param.validMax;
         case 2:
+        case 3:
             return random.real(param.validMin, param.validMax);
         default:
             return random.real(param.sliderMin, param.sliderMax);
@@ -65,7 +66,7 @@ Value randomValue(const ParamInfo& param, LayerSize layer, Random& random, Reach
             }
             return Value::number(static_cast<int>(numberInside(param, random)));
         default:
-            if (reach == Reach::past && param.type == PF_Param_FLOAT_SLIDER && random.oneIn(3)) {
+            if (reach == Reach::past && param.type == PF_Param_FLOAT_SLIDER && random.oneIn(4)) {
                 return Value::number(numberPast(random));
             }
             return Value::number(numberInside(param, random));
@@ -76,7 +77,7 @@ Value randomValue(const ParamInfo& param, LayerSize layer, Random& random, Reach
 
 void storeRandomValues(Instance& instance, Random& random, Reach reach) {
     instance.storeDefaults();
-    const int share = random.between(1, 4);
+    const int share = random.between(2, 5);
     for (const ParamInfo& param : instance.host().params()) {
         if (param.hasValue() && random.oneIn(share)) {
             instance.storeValue(param.id, randomValue(param, instance.layer(), random, reach));

@@ -11,6 +11,9 @@ namespace streakfall {
 // not drawn, one thicker is drawn at this thickness.
 inline constexpr double kMaxLineLength = 1048576.0;
 inline constexpr double kMaxThickness = 8192.0;
+// Likewise a gap that the wave tears between two steps is bridged up to this many pixels; the
+// tallest wave on its shortest length moves the pen by less than half of it.
+inline constexpr double kMaxBridge = 2048.0;
 
 // Draws one line with the stroke's pen and thickness. What is thin, transparent, off the buffer
 // or without a world paints nothing. Throws only when the span table cannot grow.

@@ -135,9 +135,8 @@ bool LineWalk::next(Dab& dab) {
     const double d2 = ex * ex + ey * ey;
     if (!(d2 <= 1.0 || first)) {
         const double distance = std::sqrt(d2);
-        // Mostly the step is over a pixel by rounding alone, and no dab fits between. A gap as
-        // long as no line may be comes from a wave far out of range: left open.
-        if (distance > 1.0 && distance <= kMaxLineLength) {
+        // Mostly the step is over a pixel by rounding alone, and no dab fits between.
+        if (distance > 1.0 && distance <= kMaxBridge) {
             bridgeX = ex / distance;
             bridgeY = ey / distance;
             bridgeR = (current.radius - previous.radius) / distance;

@@ -188,7 +188,7 @@ void traceLine(Stroke<Depth>& stroke, LineCanvas& canvas, const LineRecord& line
                 const double dist = std::sqrt(d2);
                 const double dr = (r - prevR) / dist, da = (a - prevA) / dist;
                 const double vx = ex / dist, vy = ey / dist;
-                const double bound = dist <= kMaxLineLength ? dist : 0.0;
+                const double bound = dist <= kMaxBridge ? dist : 0.0;
                 for (double s = 1.0; s < bound; s += 1.0) {
                     prevX += vx;
                     prevY += vy;

@@ -1,0 +1,57 @@
+// The checks that "streakfall validate" runs, on the module of this build.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <string_view>
+
+#include "validate/Check.h"
+#include "validate/Runner.h"
+
+namespace {
+
+using namespace validate;
+
+// Higher ones take longer than a test may: run "streakfall validate --level 10".
+constexpr int kHighestTestLevel = 8;
+
+std::vector<Check> checksFrom(int lowest, int highest) {
+    std::vector<Check> chosen;
+    for (const Check& check : allChecks()) {
+        if (check.level >= lowest && check.level <= highest) chosen.push_back(check);
+    }
+    return chosen;
+}
+
+class ModuleChecks : public testing::TestWithParam<Check> {};
+
+TEST_P(ModuleChecks, Pass) {
+    if (GetParam().name == std::string_view("values.past")) {
+        GTEST_SKIP() << "strokes thousands of pixels thick take minutes to draw, dab by dab";
+    }
+    const CheckResult result = runCheck(GetParam(), {.modulePath = STREAKFALL_MODULE});
+    for (const std::string& finding : result.findings) ADD_FAILURE() << finding;
+    for (const std::string& note : result.notes) std::cout << note << "\n";
+}
+
+std::string nameOf(const testing::TestParamInfo<Check>& info) {
+    std::string name = info.param.name;
+    std::ranges::replace(name, '.', '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Quick, ModuleChecks, testing::ValuesIn(checksFrom(1, kHighestTestLevel)),
+                         nameOf);
+
+TEST(ListOfChecks, NamesEachOnceByLevel) {
+    std::set<std::string> names;
+    int level = 1;
+    for (const Check& check : allChecks()) {
+        EXPECT_TRUE(names.insert(check.name).second) << check.name;
+        EXPECT_GE(check.level, level) << check.name;
+        EXPECT_LE(check.level, kHighestLevel) << check.name;
+        level = check.level;
+    }
+}
+
+}  // namespace
