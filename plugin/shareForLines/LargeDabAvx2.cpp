@@ -8,7 +8,7 @@
 
 #include "shareForLines/DabPainter.h"
 #include "shareForLines/HollowRow.h"
-#include "shareForLines/LargeDabLanesAvx2.h"
+#include "shareForLines/SteepRowsAvx2.h"
 
 #pragma GCC push_options
 #pragma GCC target("avx2")
@@ -18,72 +18,216 @@ namespace {
 
 using namespace avx2;
 
-// The lanes of a 64-pixel row that a hollow dab leaves open, given its interior ones.
-inline std::uint64_t openLanes(std::uint64_t interior, std::int32_t rowDepth) {
-    if (interior == 0) return 0;
-    const std::int32_t a = std::countr_zero(interior), b = 63 - std::countl_zero(interior);
-    if (fillsWholeRow(a, b, rowDepth)) return 0;
-    const std::uint64_t upToEnd = (std::uint64_t{1} << (b - kHollowRim + 1)) - 1;
-    return upToEnd & ~((std::uint64_t{1} << (a + kHollowRim)) - 1);
-}
-
-inline __m256i lanesOfBits(std::uint64_t bits, std::int32_t block) {
-    const __m256i bit = _mm256_setr_epi32(1, 2, 4, 8, 16, 32, 64, 128);
-    const __m256i all = _mm256_set1_epi32(static_cast<int>(bits >> (8 * block) & 0xFF));
-    return _mm256_cmpeq_epi32(_mm256_and_si256(all, bit), bit);
-}
+// Untouched for certain, and interior for certain, pixels outside and inside the circle.
+constexpr double kReach = 1.1;
+constexpr double kCoreInset = 1.6;
+// Of a row in which no pixel is interior for certain, or of an end, of the largest dab.
+constexpr std::int32_t kMaxBlocks = 40;
+// Smaller dabs have too few steep rows.
+constexpr double kSteepRadius = 9.0;
 
 }  // namespace
 
+// Neighbouring columns of a row; both ends included, empty when `to` lies before `from`.
 template <class Depth>
-void LargeDabAvx2<Depth>::paintRow(LineCanvas& canvas, const Pixel& pen, std::int32_t y,
-                                   bool hollow) {
-    const double dy = y - shape.centre.yi - shape.centre.cy;
-    const double reach = radius + 1.1;
-    const double chord2 = reach * reach - dy * dy;
-    if (chord2 < 0.0) return;
-    const double chord = std::sqrt(chord2), middle = shape.centre.xi + shape.centre.cx;
-    const std::int32_t from = std::max(static_cast<std::int32_t>(std::floor(middle - chord)), 0);
-    const std::int32_t to =
-        std::min(static_cast<std::int32_t>(std::ceil(middle + chord)), canvas.width - 1);
-    if (from > to) return;
+struct LargeDabAvx2<Depth>::Columns {
+    std::int32_t from, to;
+    bool empty() const { return to < from; }
+    std::int32_t count() const { return to - from + 1; }
+};
 
-    const std::int32_t blocks = (to - from) / kLanes + 1;
-    LanesOfDab lanes[kBlocks];
-    std::uint64_t interior = 0;
-    for (std::int32_t i = 0; i < blocks; ++i) {
-        lanes[i] = coverLanes(shape, coverage.data(), from + i * kLanes, y);
-        const auto bits = static_cast<unsigned>(_mm256_movemask_ps(
-            _mm256_castsi256_ps(_mm256_cmpgt_epi32(lanes[i].coverage, _mm256_set1_epi32(255)))));
-        interior |= std::uint64_t{bits} << (8 * i);
-    }
-    // Nothing counts beyond the buffer's end.
-    const std::int32_t width = to - from + 1;
-    if (width < 64) interior &= (std::uint64_t{1} << width) - 1;
-    const std::int32_t rowDepth = truncToI32(radius + 5.0) - 5 - std::abs(y - shape.centre.yi);
-    const std::uint64_t open = hollow ? openLanes(interior, rowDepth) : 0;
+// The dab on its canvas: what all its rows share.
+template <class Depth>
+class LargeDabAvx2<Depth>::Brush {
+  public:
+    Brush(LineCanvas& c, const Pixel& p, const LargeDabAvx2& d, bool isHollow)
+        : canvas(c),
+          dab(d),
+          shape(d.shape),
+          hollow(isHollow),
+          wholeRows(truncToI32(d.radius + 5.0) - 5),
+          pen(p),
+          merge{pen, d.alphas},
+          interior(paintOf(_mm256_set1_epi32(AlphaByCoverage<Depth>::kInterior))) {}
 
-    const RowMerge<Depth> merge{pen, alphas};
-    Pixel* pixels = canvas.row<Depth>(y) + from;
-    for (std::int32_t i = 0; i < blocks; ++i, pixels += kLanes) {
-        const std::int32_t count = std::min(width - i * kLanes, kLanes);
-        __m256i paint = _mm256_andnot_si256(lanesOfBits(open, i), lanes[i].coverage);
-        paint = _mm256_and_si256(paint, firstLanes(count));
-        if (_mm256_testz_si256(paint, paint) != 0) continue;
-        if constexpr (std::is_same_v<Depth, Depth8>) {
-            // At coverage 255 the pen's alpha is its own.
-            paint = coverAlpha8(_mm256_min_epi32(paint, _mm256_set1_epi32(255)), pen.alpha);
+    void paintRow(std::int32_t y) const {
+        if (std::fabs(offset(y)) > flatRowsFrom(shape.radius)) {
+            paintRow<Arcs::kFlat>(y);
+        } else {
+            paintRow<Arcs::kBoth>(y);
         }
-        const bool room = from + (i + 1) * kLanes <= canvas.width;
-        merge(pixels, count, room, paint, 1);
-        const __m256i again = _mm256_and_si256(paint, lanes[i].twice);
-        if (_mm256_testz_si256(again, again) == 0) merge(pixels, count, room, again, 1);
+    }
+
+    // Row y with these ends, of which i is the lane.
+    void paintSteepRow(std::int32_t y, const SteepRows& rows, std::int32_t i) const {
+        const Columns row{shape.centre.xi + rows.left[i] - 1, shape.centre.xi + rows.right[i] + 1};
+        if (row.from < 0 || row.to >= canvas.width) {
+            paintRow<Arcs::kBoth>(y);
+            return;
+        }
+        Pixel* pixels = canvas.row<Depth>(y);
+        const bool open = hollow && !fillsWholeRow(row.from + 2, row.to - 2, rowDepth(y));
+        const std::int32_t keep = open ? 2 + kHollowRim : kLanes;
+        // Where the two ends overlap, the left one paints.
+        const std::int32_t shared = std::max(2 * keep - row.count(), 0);
+        const __m256i left = _mm256_set_epi64x(0, 0, 0, rows.leftPair[i]);
+        const __m256i right = _mm256_set_epi64x(rows.rightPair[i], 0, 0, 0);
+        merge(pixels + row.from, kLanes, true,
+              _mm256_or_si256(paintOf(left), _mm256_and_si256(interior, lanesBetween(2, keep - 1))),
+              1);
+        merge(pixels + row.to - (kLanes - 1), kLanes, true,
+              _mm256_or_si256(
+                  paintOf(right),
+                  _mm256_and_si256(interior, lanesBetween(kLanes - keep + shared, kLanes - 3))),
+              1);
+        if (!open) paintInterior(pixels, {row.from + kLanes, row.to - kLanes});
+    }
+
+  private:
+    struct RowEnd;
+
+    // Rows from the centre down.
+    double offset(std::int32_t y) const { return y - shape.centre.yi - shape.centre.cy; }
+
+    // Rows from this one to the dab's top or bottom, roughly.
+    std::int32_t rowDepth(std::int32_t y) const {
+        return wholeRows - std::abs(y - shape.centre.yi);
+    }
+
+    // What lanes of such coverage get. At coverage 255 the pen's alpha is its own.
+    __m256i paintOf(__m256i coverage) const {
+        if constexpr (std::is_same_v<Depth, Depth8>) {
+            return coverAlpha8(_mm256_min_epi32(coverage, _mm256_set1_epi32(255)), pen.alpha);
+        } else {
+            return coverage;
+        }
+    }
+
+    // Columns of the canvas within `reach` of the centre, in row y.
+    Columns columnsWithin(double reach, std::int32_t y) const {
+        const double dy = offset(y), chord2 = reach * reach - dy * dy;
+        if (chord2 < 0.0) return {0, -1};
+        const double chord = std::sqrt(chord2), middle = shape.centre.xi + shape.centre.cx;
+        return {std::max(truncToI32(std::ceil(middle - chord)), 0),
+                std::min(truncToI32(std::floor(middle + chord)), canvas.width - 1)};
+    }
+
+    template <Arcs kArcs>
+    void paintRow(std::int32_t y) const {
+        const Columns row = columnsWithin(shape.radius + kReach, y);
+        if (row.empty()) return;
+        const Columns core = shape.radius < kSteepRadius
+                                 ? Columns{0, -1}
+                                 : columnsWithin(shape.radius - kCoreInset, y);
+        // The ends, in whole blocks; without a core between them the left end is all of the row.
+        const auto blocks = [](std::int32_t n) { return (n + kLanes - 1) / kLanes * kLanes; };
+        Columns left{row.from, row.from + blocks(core.from - row.from) - 1};
+        Columns right{row.to - blocks(row.to - core.to) + 1, row.to};
+        if (core.empty() || left.to >= right.from) {
+            left.to = row.to;
+            right.from = row.to + 1;
+        }
+        const Columns middle{left.to + 1, right.from - 1};
+
+        const RowEnd leftEnd = endOf<kArcs>(left, y), rightEnd = endOf<kArcs>(right, y);
+        Columns inner = leftEnd.interior;
+        if (!middle.empty()) {
+            if (inner.empty()) inner.from = middle.from;
+            inner.to = middle.to;
+        }
+        if (!rightEnd.interior.empty()) {
+            if (inner.empty()) inner.from = rightEnd.interior.from;
+            inner.to = rightEnd.interior.to;
+        }
+        Columns open{0, -1};
+        if (hollow && !inner.empty() && !fillsWholeRow(inner.from, inner.to, rowDepth(y))) {
+            open = {inner.from + kHollowRim, inner.to - kHollowRim};
+        }
+        Pixel* pixels = canvas.row<Depth>(y);
+        paintEnd(pixels, leftEnd, open);
+        paintEnd(pixels, rightEnd, open);
+        if (open.empty()) {
+            paintInterior(pixels, middle);
+        } else {
+            paintInterior(pixels, {middle.from, std::min(middle.to, open.from - 1)});
+            paintInterior(pixels, {std::max(middle.from, open.to + 1), middle.to});
+        }
+    }
+
+    template <Arcs kArcs>
+    RowEnd endOf(const Columns& columns, std::int32_t y) const {
+        RowEnd end;
+        end.columns = columns;
+        for (std::int32_t x = columns.from; x <= columns.to; x += kLanes) {
+            LanesOfDab& lanes = end.blocks[end.count++];
+            lanes = coverLanes<kArcs>(shape, dab.coverage.data(), x, y);
+            auto bits = static_cast<unsigned>(_mm256_movemask_ps(
+                _mm256_castsi256_ps(_mm256_cmpgt_epi32(lanes.coverage, _mm256_set1_epi32(255)))));
+            if (columns.to - x < kLanes - 1) bits &= (1u << (columns.to - x + 1)) - 1;
+            if (bits == 0) continue;
+            if (end.interior.empty()) end.interior.from = x + std::countr_zero(bits);
+            end.interior.to = x + 31 - std::countl_zero(bits);
+        }
+        return end;
+    }
+
+    void paintEnd(Pixel* pixels, const RowEnd& end, const Columns& open) const {
+        for (std::int32_t i = 0, x = end.columns.from; i < end.count; ++i, x += kLanes) {
+            const std::int32_t count = std::min(end.columns.to - x + 1, kLanes);
+            __m256i paint = _mm256_and_si256(end.blocks[i].coverage, firstLanes(count));
+            if (!open.empty()) {
+                paint = _mm256_andnot_si256(lanesBetween(open.from - x, open.to - x), paint);
+            }
+            if (_mm256_testz_si256(paint, paint) != 0) continue;
+            paint = paintOf(paint);
+            const bool room = x + kLanes <= canvas.width;
+            merge(pixels + x, count, room, paint, 1);
+            const __m256i again = _mm256_and_si256(paint, end.blocks[i].twice);
+            if (_mm256_testz_si256(again, again) == 0) merge(pixels + x, count, room, again, 1);
+        }
+    }
+
+    void paintInterior(Pixel* pixels, const Columns& columns) const {
+        for (std::int32_t x = columns.from; x <= columns.to; x += kLanes) {
+            const std::int32_t count = std::min(columns.to - x + 1, kLanes);
+            merge(pixels + x, count, x + kLanes <= canvas.width,
+                  _mm256_and_si256(interior, firstLanes(count)), 1);
+        }
+    }
+
+    LineCanvas& canvas;
+    const LargeDabAvx2& dab;
+    const LargeDabShape& shape;
+    const bool hollow;
+    const std::int32_t wholeRows;
+    const Pixel& pen;
+    const RowMerge<Depth> merge;
+    const __m256i interior;  // paint of eight pixels
+};
+
+// Neighbouring pixels of a row, looked at one by one.
+template <class Depth>
+struct LargeDabAvx2<Depth>::Brush::RowEnd {
+    Columns columns;
+    Columns interior{0, -1};
+    std::int32_t count = 0;
+    LanesOfDab blocks[kMaxBlocks];
+};
+
+template <class Depth>
+void LargeDabAvx2<Depth>::paintSteepRows(const Brush& brush, std::int32_t from,
+                                         std::int32_t to) const {
+    for (std::int32_t y = from; y <= to; y += kLanes) {
+        SteepRows rows;
+        rows.place(shape, coverage.data(), y - shape.centre.yi);
+        const std::int32_t count = std::min(to - y + 1, kLanes);
+        for (std::int32_t i = 0; i < count; ++i) brush.paintSteepRow(y + i, rows, i);
     }
 }
 
 template <class Depth>
 void LargeDabAvx2<Depth>::paint(LineCanvas& canvas, const Pixel& pen, const Dab& dab) {
-    if (dab.radius > kMaxRadius || !shape.place(dab.x, dab.y, dab.radius)) {
+    if (dab.radius > LargeDabShape::kMaxRadius || !shape.place(dab.x, dab.y, dab.radius)) {
         paintDab<Depth>(canvas, pen, dab);
         return;
     }
@@ -94,10 +238,17 @@ void LargeDabAvx2<Depth>::paint(LineCanvas& canvas, const Pixel& pen, const Dab&
         coverageTable(w, coverage.data());
     }
     if constexpr (!std::is_same_v<Depth, Depth8>) alphas.set(pen.alpha);
+    const Brush brush(canvas, pen, *this, dab.hollow);
     const std::int32_t middle = shape.centre.yi, reach = truncToI32(radius) + 3;
     const std::int32_t top = std::max(middle - reach, 0);
     const std::int32_t bottom = std::min(middle + reach, canvas.height - 1);
-    for (std::int32_t y = top; y <= bottom; ++y) paintRow(canvas, pen, y, dab.hollow);
+    const std::int32_t steep =
+        radius < kSteepRadius ? -1 : truncToI32(SteepRows::reach(radius) - 1.0);
+    const std::int32_t steepTop = std::clamp(middle - steep, top, bottom + 1);
+    const std::int32_t steepBottom = std::clamp(middle + steep, steepTop - 1, bottom);
+    for (std::int32_t y = top; y < steepTop; ++y) brush.paintRow(y);
+    paintSteepRows(brush, steepTop, steepBottom);
+    for (std::int32_t y = steepBottom + 1; y <= bottom; ++y) brush.paintRow(y);
 }
 
 template class LargeDabAvx2<Depth8>;

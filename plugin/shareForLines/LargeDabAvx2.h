@@ -1,7 +1,12 @@
 // Paints one large dab row by row, eight pixels at a time: for dabs too small for a run to pay,
 // and for what a run leaves alone, a wave and translucent paint over other colours.
 //
-// Pixel by pixel it does what the dab painter does; LargeDabShape tells which pixels.
+// Pixel by pixel it does what the dab painter does; LargeDabShape tells which pixels:
+//
+//  - In a row that only steep arcs cross, two pixels are plotted at each end, the last one inside
+//    the circle and its neighbour; SteepRowsAvx2 finds them for eight rows at once.
+//  - Other rows, and rows that the canvas cuts off, are looked at pixel by pixel at their ends;
+//    what lies well inside the circle is interior for certain.
 #pragma once
 
 #include <array>
@@ -26,11 +31,10 @@ class LargeDabAvx2 {
     void paint(LineCanvas& canvas, const Pixel& pen, const Dab& dab);
 
   private:
-    // A row of the dab fits into 64 pixels.
-    static constexpr double kMaxRadius = 29.0;
-    static constexpr std::int32_t kBlocks = 8;  // of eight pixels
+    class Brush;
+    struct Columns;
 
-    void paintRow(LineCanvas& canvas, const Pixel& pen, std::int32_t y, bool hollow);
+    void paintSteepRows(const Brush& brush, std::int32_t from, std::int32_t to) const;
 
     LargeDabShape shape;
     double radius = 0;  // of the table; 0 before the first

@@ -80,7 +80,7 @@ bool LargeDabShape::place(double x, double y, double r) {
     limit = static_cast<std::int32_t>(std::ceil(256.0 * squared));
     // (d + 1) 16 + 1/2 with d = ((u^2 + v^2) / 256 - r^2) / (2 r).
     columnScale = static_cast<float>(kFine / (32.0 * r));
-    columnBase = static_cast<float>(kFine * (16.5 - 8.0 * r));
+    columnBase = static_cast<float>(kFine * (16.5 + (limit - 256.0 * squared) / (32.0 * r)));
     return findArcEnds();
 }
 

@@ -25,7 +25,7 @@
 namespace streakfall {
 
 struct LargeDabShape {
-    static constexpr double kMaxRadius = 1000.0;  // 256 r^2 stays in 32 bits
+    static constexpr double kMaxRadius = 2048.0;  // 512 r^2 stays in 32 bits
     static constexpr double kFine = 4096.0;       // parts of a table column
 
     // Columns, or rows, of a pair of arcs; both ends included. Dab coordinates.
@@ -46,8 +46,8 @@ struct LargeDabShape {
     double radius;
     double squared;      // r^2, rounded
     std::int32_t limit;  // u^2 + v^2 is inside below it
-    // The table column of a pixel is the whole part of (u^2 + v^2) columnScale + columnBase, as
-    // long as that is not too near a whole number for single precision. In 4096ths.
+    // The table column of a pixel is the whole part of (u^2 + v^2 - limit) columnScale +
+    // columnBase, as long as that is not too near a whole number for single precision. In 4096ths.
     float columnScale, columnBase;
     Range flatBottom, flatTop;    // columns
     Range steepLeft, steepRight;  // rows

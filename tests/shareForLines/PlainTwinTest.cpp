@@ -50,7 +50,7 @@ double randomThickness(Chance& chance) {
         case 3:
             return chance.oneOf({2.0, 4.0, 10.0, 22.0, 40.0});
         case 4:
-            return chance.between(24.0, 160.0);
+            return chance.oneIn(20) ? chance.between(160.0, 4096.0) : chance.between(24.0, 160.0);
         default:
             return chance.between(0.5, 12.0);
     }
