@@ -8,6 +8,7 @@
 
 #include "shareForLines/DabPainter.h"
 #include "shareForLines/HollowRow.h"
+#include "shareForLines/RowMergeAvx2.h"
 #include "shareForLines/SteepRowsAvx2.h"
 
 #pragma GCC push_options

@@ -1,6 +1,7 @@
 // What a large dab does to eight pixels of a row at once: LargeDabShape in vectors.
 #pragma once
 
+#include "shareForLines/AlphaByCoverage.h"
 #include "shareForLines/LargeDabShape.h"
 #include "shareForLines/VectorsAvx2.h"
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <type_traits>
 
+#include "shareForLines/EightPixelsAvx2.h"
 #include "shareForLines/LargeDabLanesAvx2.h"
 
 #pragma GCC push_options
@@ -39,7 +39,7 @@ struct LargeRunAvx2<Depth>::Block {
     std::int32_t times[kDabs];
 
     void cover(const Entry& entry);
-    void mergeAll(PF_Pixel* pixels, const PF_Pixel& pen) const;
+    void mergeAll(Pixel* pixels, const Pixel& pen) const;
     void replay(Pixel& pixel, int lane, const Pixel& pen,
                 const AlphaByCoverage<Depth>& alphas) const;
 };
@@ -55,32 +55,27 @@ inline void LargeRunAvx2<Depth>::Block::cover(const Entry& entry) {
     times[count++] = entry.times;
 }
 
-// All eight 8-bit pixels at once: by the largest coverage where that is enough, else by every
-// merge in walk order.
+// All eight pixels at once: by the largest coverage where that is enough, else by every merge in
+// walk order.
 template <class Depth>
-inline void LargeRunAvx2<Depth>::Block::mergeAll(PF_Pixel* pixels, const PF_Pixel& pen) const {
-    const __m256i full = _mm256_set1_epi32(255);  // there the pen's alpha is its own
-    const __m256i color = RowMerge<Depth8>::colorOf(pen);
-    auto* vector = reinterpret_cast<__m256i*>(pixels);
-    const __m256i old = _mm256_loadu_si256(vector);
-    bool mixed = false;
-    __m256i merged =
-        mergeEight(old, coverAlpha8(_mm256_min_epi32(largest, full), pen.alpha), color, pen, mixed);
-    if (mixed) {
+inline void LargeRunAvx2<Depth>::Block::mergeAll(Pixel* pixels, const Pixel& pen) const {
+    const EightPixels<Depth> eight(pen);
+    const auto old = eight.load(pixels);
+    auto merged = old;
+    if (eight.merge(merged, eight.alphas(largest))) {
         merged = old;
         for (std::int32_t k = 0; k < count; ++k) {
             const __m256i g = load(coverage[k]);
             const __m256i plain = _mm256_andnot_si256(_mm256_set1_epi32(kTwice), g);
-            const __m256i a = coverAlpha8(_mm256_min_epi32(plain, full), pen.alpha);
-            const __m256i again =
-                _mm256_and_si256(a, _mm256_cmpgt_epi32(g, _mm256_set1_epi32(kTwice)));
+            const __m256i twice =
+                _mm256_and_si256(plain, _mm256_cmpgt_epi32(g, _mm256_set1_epi32(kTwice)));
+            const auto a = eight.alphas(plain), again = eight.alphas(twice);
             for (std::int32_t i = 0; i < times[k]; ++i) {
-                merged = mergeEight(merged, a, color, pen, mixed);
-                if (mixed) merged = mergeEight(merged, again, color, pen, mixed);
+                if (eight.merge(merged, a)) eight.merge(merged, again);
             }
         }
     }
-    _mm256_storeu_si256(vector, merged);
+    eight.store(pixels, merged);
 }
 
 // The merges that reach one pixel of another colour, in walk order.
@@ -250,11 +245,9 @@ void LargeRunAvx2<Depth>::paintRim(LineCanvas& canvas, const Pixel& pen, std::in
     for (std::int32_t k = near.from; k <= near.to; ++k) {
         block.cover(dabs[static_cast<std::size_t>(k)]);
     }
-    if constexpr (std::is_same_v<Depth, Depth8>) {
-        if (x >= 0 && x + kLanes <= canvas.width) {
-            block.mergeAll(canvas.row<Depth>(y) + x, pen);
-            return;
-        }
+    if (x >= 0 && x + kLanes <= canvas.width) {
+        block.mergeAll(canvas.row<Depth>(y) + x, pen);
+        return;
     }
     alignas(32) std::int32_t largest[kLanes];
     const __m256i most = _mm256_and_si256(block.largest, block.lanes);

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <type_traits>
 
+#include "shareForLines/RowMergeAvx2.h"
 #include "shareForLines/SmallDabBox.h"
-#include "shareForLines/VectorsAvx2.h"
 
 // Only what is defined from here on may use the wider instructions.
 #pragma GCC push_options

@@ -1,0 +1,155 @@
+// The merge of eight pixels against mergePixel on each: alphas, branches, quotients, what no
+// stroke reaches (alphas below 0 and above white, infinities, NaN), and the end of a row.
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+
+#include "PaintBox.h"
+#include "shareForLines/InstructionSet.h"
+#include "shareForLines/RowMergeAvx2.h"
+
+namespace streakfall {
+namespace {
+
+constexpr int kCount = 8;
+
+#pragma GCC push_options
+#pragma GCC target("avx2")
+
+// The first `count` of a row's pixels, by coverage; the others have none.
+template <class Depth>
+__attribute__((noinline)) void mergeRow(typename Depth::Pixel* row, int count,
+                                        const typename Depth::Pixel& pen,
+                                        const AlphaByCoverage<Depth>& table,
+                                        const std::int32_t* coverage, int times) {
+    __m256i paint = avx2::load(coverage);
+    if constexpr (std::is_same_v<Depth, Depth8>) {
+        paint = avx2::EightPixels<Depth8>(pen).alphas(paint);
+    }
+    avx2::RowMerge<Depth>{pen, table}(row, count, count == kCount, paint, times);
+}
+
+#pragma GCC pop_options
+
+std::mt19937 chance(20);
+
+int below(int n) { return std::uniform_int_distribution<int>(0, n - 1)(chance); }
+
+template <class Depth>
+typename Depth::Channel anyChannel() {
+    const int white = static_cast<int>(Depth::kWhite);
+    const int nearEnds[] = {0, 1, 2, white / 2, white - 1, white};
+    return static_cast<typename Depth::Channel>(below(2) == 0 ? nearEnds[below(6)]
+                                                              : below(white + 1));
+}
+
+// The one NaN that arithmetic makes here; so its sign, too, must come out right.
+const float kNan = std::bit_cast<float>(0xFFC00000u);
+
+template <>
+float anyChannel<DepthFloat>() {
+    using Limits = std::numeric_limits<float>;
+    static const float special[] = {0.0f,
+                                    -0.0f,
+                                    1.0f,
+                                    1.0f + Limits::epsilon(),
+                                    -1e-10f,
+                                    -0.5f,
+                                    0.5f,
+                                    Limits::denorm_min(),
+                                    1e-39f,
+                                    -1e-39f,
+                                    2.0f,
+                                    1.0f - Limits::epsilon(),
+                                    -1.0f,
+                                    1e30f,
+                                    kNan,
+                                    Limits::infinity(),
+                                    -Limits::infinity()};
+    if (below(3) == 0) return special[below(std::size(special))];
+    return std::uniform_real_distribution<float>(0.0f, 1.0f)(chance);
+}
+
+// Alphas that a pen has: at most white, and in float at times a hair below 0.
+template <class Depth>
+typename Depth::Channel anyPenAlpha() {
+    return anyChannel<Depth>();
+}
+template <>
+float anyPenAlpha<DepthFloat>() {
+    const float a = anyChannel<DepthFloat>();
+    return a > 1.0f || std::isnan(a) ? 1.0f : std::max(a, -1e-10f);
+}
+
+template <class Depth>
+class EightPixels : public ::testing::Test {
+  public:
+    using Pixel = typename Depth::Pixel;
+
+    void SetUp() override {
+        if (instructionSet() < InstructionSet::kAvx2) GTEST_SKIP() << "no AVX2 here";
+    }
+
+    // Merges both ways; true when the bits are equal. The pixel behind the row must stay.
+    bool agree(const Pixel (&row)[kCount + 1], int count, const Pixel& pen,
+               const std::int32_t (&coverage)[kCount], int times) {
+        table.set(pen.alpha);
+        Pixel wanted[kCount + 1], got[kCount + 1];
+        std::memcpy(wanted, row, sizeof row);
+        std::memcpy(got, row, sizeof row);
+        for (int i = 0; i < count; ++i) {
+            const auto a = table[static_cast<std::size_t>(coverage[i])];
+            for (int n = 0; n < times; ++n) {
+                if (coverage[i] > 0) mergePixel<Depth>(wanted[i], pen, a);
+            }
+        }
+        mergeRow<Depth>(got, count, pen, table, coverage, times);
+        return std::memcmp(wanted, got, sizeof row) == 0;
+    }
+
+    AlphaByCoverage<Depth> table;
+};
+TYPED_TEST_SUITE(EightPixels, Depths);
+
+// Every coverage of every alpha, or in float of many; an empty pixel shows the alpha it gets.
+TYPED_TEST(EightPixels, AlphaOfEachCoverage) {
+    constexpr bool kFloat = std::is_same_v<TypeParam, DepthFloat>;
+    const int alphas = kFloat ? 20000 : static_cast<int>(TypeParam::kWhite);
+    const typename TypeParam::Pixel row[kCount + 1] = {};
+    for (int alpha = 1; alpha <= alphas; ++alpha) {
+        const auto penAlpha =
+            kFloat ? anyPenAlpha<TypeParam>() : static_cast<typename TypeParam::Channel>(alpha);
+        for (std::int32_t g = 1; g <= 256; g += kCount) {
+            const std::int32_t coverage[kCount] = {g,     g + 1, g + 2, g + 3,
+                                                   g + 4, g + 5, g + 6, g + 7};
+            ASSERT_TRUE(this->agree(row, kCount, {penAlpha, 1, 0, 1}, coverage, 1))
+                << "alpha " << penAlpha << " coverage " << g;
+        }
+    }
+}
+
+TYPED_TEST(EightPixels, RandomPixels) {
+    using P = typename TypeParam::Pixel;
+    const auto any = [] { return anyChannel<TypeParam>(); };
+    for (int n = 0; n < 200000; ++n) {
+        const P pen{anyPenAlpha<TypeParam>(), any(), any(), any()};
+        P row[kCount + 1];
+        std::int32_t coverage[kCount];
+        for (P& p : row) {
+            p = {any(), any(), any(), any()};
+            if (below(3) == 0) p = {p.alpha, pen.red, pen.green, pen.blue};
+        }
+        const int count = below(4) == 0 ? 1 + below(kCount) : kCount;
+        for (int i = 0; i < kCount; ++i) {
+            coverage[i] = i >= count || below(3) == 0 ? 0 : below(4) == 0 ? 256 : below(257);
+        }
+        ASSERT_TRUE(this->agree(row, count, pen, coverage, 1 + below(3))) << "round " << n;
+    }
+}
+
+}  // namespace
+}  // namespace streakfall
