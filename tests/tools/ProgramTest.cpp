@@ -175,6 +175,7 @@ TEST_F(ProgramTest, BadInputEndsWithItsCodeAndOneLine) {
     expect("-i in.png -o out.png --set Tapre=1", 2, "\"Taper\"");
     expect("-i in.png -o out.png --set 'Taper =1'", 2, "\"Taper\"");
     expect("-i in.png -o out.png --key Taper@x=1", 2, "\"x\"");
+    expect("-i in.png -o out.png --fps 30000/1001 --key Taper@10000000=1", 2, "end of time");
     expect("-i in.png -o out.png -f 1-4", 2, "4 frames");
     expect("-i in.#.png -o out.png", 2, "####");
     expect("-i in.png -o out.png -f 1..4", 2, "1..4");

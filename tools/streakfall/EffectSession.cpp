@@ -1,6 +1,8 @@
 #include "EffectSession.h"
 
+#include <cstdlib>
 #include <filesystem>
+#include <limits>
 #include <system_error>
 
 #include "Failure.h"
@@ -67,6 +69,13 @@ std::string EffectSession::version() const {
     return fmt::format("{}.{}.{}", version.major, version.minor, version.bugFix);
 }
 
+A_long timeOf(int frame, const FrameRate& rate, std::string_view what) {
+    const std::int64_t time = static_cast<std::int64_t>(frame) * rate.timeStep;
+    if (std::abs(time) > std::numeric_limits<A_long>::max())
+        failUsage("{}: frame {} is past the end of time at this --fps", what, frame);
+    return static_cast<A_long>(time);
+}
+
 void storeValues(standin::Instance& instance, const ParamArguments& arguments,
                  const FrameRate& rate) {
     for (const auto& [index, keys] : arguments.values()) {
@@ -75,7 +84,8 @@ void storeValues(standin::Instance& instance, const ParamArguments& arguments,
             if (!keys.keyed)
                 instance.storeValue(keys.param->id, value);
             else
-                instance.storeKey(keys.param->id, {frame * rate.timeStep, rate.timeScale}, value);
+                instance.storeKey(keys.param->id,
+                                  {timeOf(frame, rate, keys.param->name), rate.timeScale}, value);
         }
     }
 }

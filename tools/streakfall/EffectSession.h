@@ -44,8 +44,12 @@ struct FrameRate {
     A_long timeStep = 1;
 };
 
+// The host's time of a frame. Throws Failure (usage) that names `what` when the host has no such
+// time.
+[[nodiscard]] A_long timeOf(int frame, const FrameRate& rate, std::string_view what);
+
 // Stores the values in the instance, without telling the effect, as a project does that is
-// opened.
+// opened. Throws Failure (usage) for a key past the end of time.
 void storeValues(standin::Instance& instance, const ParamArguments& arguments,
                  const FrameRate& rate);
 

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <initializer_list>
-#include <limits>
 #include <utility>
 
 #include "Failure.h"
@@ -46,10 +45,7 @@ std::vector<int> framesOf(const RenderTexts& texts, bool inputIsNumbered) {
 }
 
 void checkTimes(const RenderOptions& options) {
-    for (const int frame : options.frames)
-        if (std::abs(static_cast<std::int64_t>(frame) * options.rate.timeStep) >
-            std::numeric_limits<A_long>::max())
-            failUsage("--frames: frame {} is past the end of time at this --fps", frame);
+    for (const int frame : options.frames) (void)timeOf(frame, options.rate, "--frames");
 }
 
 }  // namespace

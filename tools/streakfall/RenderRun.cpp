@@ -115,7 +115,7 @@ standin::FrameRequest RenderRun::requestFor(const FrameJob& job, ReadyFrame read
     standin::FrameRequest request;
     request.road = options_.road;
     request.input = std::move(ready.picture);
-    request.currentTime = job.frame * options_.rate.timeStep;
+    request.currentTime = timeOf(job.frame, options_.rate, "--frames");
     request.timeStep = options_.rate.timeStep;
     request.timeScale = options_.rate.timeScale;
     request.downsampleX = request.downsampleY = {1, static_cast<A_u_long>(options_.divisor)};
