@@ -1,7 +1,6 @@
 // Several threads in the one module at once.
 #include <atomic>
 #include <barrier>
-#include <ranges>
 #include <thread>
 
 #include "validate/Checks.h"
@@ -108,7 +107,7 @@ void framesAtOnce(const Subject& subject, Report& report) {
     report.at("");
     user.end();
     // What the effect keeps is in the books of its first caller, who therefore goes last.
-    for (Worker& worker : workers | std::views::reverse) worker.play->end();
+    for (auto worker = workers.rbegin(); worker != workers.rend(); ++worker) worker->play->end();
 }
 
 // Several threads bring the effect up at the same moment, each with another command.
