@@ -1,6 +1,7 @@
 #include "shareForLines/LineWalk.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "lines/RandomSequence.h"
@@ -22,7 +23,11 @@ constexpr double kPartialSteps = 2.0;
 
 }  // namespace
 
-LineWalk::LineWalk(StrokeForm& form, const LineRecord& record) : stroke(form), line(record) {
+LineWalk::LineWalk(StrokeForm& form, const LineRecord& record)
+    : stroke(form),
+      line(record),
+      straight(!form.waveEnabled && form.startOpacity == 1.0 && form.endOpacity == 1.0 &&
+               form.opacityCenter >= 0.0 && form.opacityCenter < 1.0) {
     const double dx = line.x1 - line.x0, dy = line.y1 - line.y0;
     double length = std::sqrt(dx * dx + dy * dy);
     if (!(length > 0.0)) length = 1.0;
@@ -76,80 +81,114 @@ double LineWalk::opacityAt() const {
     return (stroke.endOpacity - 1.0) * (t - centre) / (1.0 - centre) + 1.0;
 }
 
-// Works out the step at t as `current` and moves t on. False when the step paints nothing.
-bool LineWalk::step() {
+// Works out the step at t and moves t on. False when the step paints nothing.
+inline bool LineWalk::step(Dab& dab) {
     if (t >= 1.0) {
         // The end point is reached exactly, whatever the sums have drifted to.
         t = 1.0;
         px = line.x1;
         py = line.y1;
-        last = true;
+        done = true;
     }
-    const double r = radiusAt();
-    const bool paints = r > 0.0;
-    if (paints) {
-        current.radius = r;
-        current.factor = opacityAt();
-        current.hollow = current.factor == 1.0 && hollowLimit > t;
-        current.x = px;
-        current.y = py;
+    dab.x = px;
+    dab.y = py;
+    dab.radius = radiusAt();
+    dab.factor = 1.0;
+    const bool paints = dab.radius > 0.0;
+    if (!straight && paints) {
+        dab.factor = opacityAt();
         if (stroke.waveEnabled) {
             const double w = waveOffset(stroke.wave);
-            current.x = 0.0 - sinA * w + px;
-            current.y = cosA * w + py;
+            dab.x = 0.0 - sinA * w + px;
+            dab.y = cosA * w + py;
         }
     }
+    dab.hollow = dab.factor == 1.0 && hollowLimit > t;
     t += dt;
     px += ux;
     py += uy;
-    done = last;
     return paints;
 }
 
-// The next in-between dab on the way from `previous` to `current`; false when there is none.
-bool LineWalk::bridge(Dab& dab) {
-    if (bridgeAt < bridgeEnd) {
-        bridgeAt += 1.0;
-        previous.x += bridgeX;
-        previous.y += bridgeY;
-        previous.radius += bridgeR;
-        previous.factor += bridgeF;
-        previous.hollow = current.hollow;
-        dab = previous;
-        return true;
-    }
-    return false;
+// Makes ready the in-between dabs on the way from `previous` to `current`. Where the step is over
+// a pixel by rounding alone there is just one.
+void LineWalk::startBridge() {
+    const double ex = current.x - previous.x, ey = current.y - previous.y;
+    const double distance = std::sqrt(ex * ex + ey * ey);
+    if (first || !(distance > 1.0 && distance <= kMaxBridge)) return;
+    bridgeX = ex / distance;
+    bridgeY = ey / distance;
+    bridgeR = (current.radius - previous.radius) / distance;
+    bridgeF = (current.factor - previous.factor) / distance;
+    bridgeAt = 1.0;
+    bridgeEnd = distance;
 }
 
-bool LineWalk::next(Dab& dab) {
-    if (bridge(dab)) return true;
-    if (bridgeEnd > 0.0) {
-        bridgeEnd = 0.0;
-        dab = previous = current;
-        return true;
-    }
-    do {
-        if (done) return false;
-    } while (!step());
-    const double ex = current.x - previous.x, ey = current.y - previous.y;
-    const double d2 = ex * ex + ey * ey;
-    if (!(d2 <= 1.0 || first)) {
-        const double distance = std::sqrt(d2);
-        // Mostly the step is over a pixel by rounding alone, and no dab fits between.
-        if (distance > 1.0 && distance <= kMaxBridge) {
-            bridgeX = ex / distance;
-            bridgeY = ey / distance;
-            bridgeR = (current.radius - previous.radius) / distance;
-            bridgeF = (current.factor - previous.factor) / distance;
-            bridgeAt = 1.0;
-            bridgeEnd = distance;
-            bridge(dab);
-            return true;
+// Moves `previous` to the next in-between dab; false when there is none.
+bool LineWalk::bridge() {
+    if (!(bridgeAt < bridgeEnd)) return false;
+    bridgeAt += 1.0;
+    previous.x += bridgeX;
+    previous.y += bridgeY;
+    previous.radius += bridgeR;
+    previous.factor += bridgeF;
+    previous.hollow = current.hollow;
+    return true;
+}
+
+// The next dab of any line; false at the end.
+bool LineWalk::nextDab(Dab& dab) {
+    if (!bridge()) {
+        if (bridgeEnd == 0.0) {
+            do {
+                if (done) return false;
+            } while (!step(current));
+            startBridge();
+        }
+        if (!bridge()) {
+            bridgeEnd = 0.0;
+            first = false;
+            previous = current;
         }
     }
-    first = false;
-    dab = previous = current;
+    dab = previous;
     return true;
+}
+
+// Steps of a straight line are a pixel long, but for rounding, which no branch can foresee: the
+// in-between dab is always worked out, and counted where the step is longer.
+std::size_t LineWalk::straightDabs() {
+    std::array<Dab, kSteps> steps;
+    std::size_t stepCount = 0;
+    while (stepCount < kSteps && straight && !done) {
+        const bool paints = step(steps[stepCount]);
+        // A gap in the middle of the line takes more than one dab.
+        straight = paints || first;
+        if (paints && first) previous = steps[0];
+        first = first && !paints;
+        stepCount += paints;
+    }
+    std::size_t n = 0;
+    for (std::size_t i = 0; i < stepCount; ++i) {
+        const Dab& dab = steps[i];
+        const double ex = dab.x - previous.x, ey = dab.y - previous.y;
+        const double distance = std::sqrt(ex * ex + ey * ey);
+        dabs[n] = {previous.x + ex / distance, previous.y + ey / distance,
+                   previous.radius + (dab.radius - previous.radius) / distance, 1.0, dab.hollow};
+        n += distance > 1.0 && distance <= kMaxBridge;
+        previous = dabs[n++] = dab;
+    }
+    return n;
+}
+
+// Works out the next dabs; false when there are none.
+bool LineWalk::fill() {
+    taken = ready = 0;
+    while (straight && ready == 0 && !done) ready = straightDabs();
+    if (ready == 0) {
+        while (ready < dabs.size() && nextDab(dabs[ready])) ++ready;
+    }
+    return ready > 0;
 }
 
 }  // namespace streakfall

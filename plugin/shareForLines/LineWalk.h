@@ -1,10 +1,13 @@
 // LineWalk: the way of the pen along one line, as a row of dabs, one a pixel of the drawn path.
 //
 // All arithmetic is summed step by step from the line's start, in the order written: a dab's
-// place depends on every rounding before it. Where the wave moves the path by more than a pixel
-// in a step, in-between dabs bridge the gap. Reads the stroke; moves its shape cursors and its
+// place depends on every rounding before it. Where a step is longer than a pixel, by the wave or
+// by rounding, in-between dabs bridge the gap. Reads the stroke; moves its shape cursors and its
 // wave. Lives for one line.
 #pragma once
+
+#include <array>
+#include <cstddef>
 
 #include "lines/LineRecord.h"
 #include "shareForLines/Stroke.h"
@@ -25,7 +28,11 @@ class LineWalk {
     LineWalk(StrokeForm& stroke, const LineRecord& line);
 
     // The next dab in walk order; false at the end.
-    bool next(Dab& dab);
+    bool next(Dab& dab) {
+        if (taken == ready && !fill()) return false;
+        dab = dabs[taken++];
+        return true;
+    }
 
     double directionX() const { return ux; }  // unit vector, (0, 0) for a line of no length
     double directionY() const { return uy; }
@@ -37,10 +44,16 @@ class LineWalk {
     bool closesHollowDabs() const { return closesHollow; }
 
   private:
-    bool step();
+    static constexpr std::size_t kSteps = 32;  // at a time
+
+    bool fill();
+    bool step(Dab& dab);
+    std::size_t straightDabs();
+    bool nextDab(Dab& dab);
+    void startBridge();
+    bool bridge();
     double radiusAt();
     double opacityAt() const;
-    bool bridge(Dab& dab);
 
     StrokeForm& stroke;
     const LineRecord& line;
@@ -53,12 +66,15 @@ class LineWalk {
     double hollowLimit;        // t from which on every dab is solid
     bool closesHollow;
     double t = 0, px = 0, py = 0;  // place along the line, 0 to 1, and its point
-    bool last = false, done = false;
+    bool done = false;
     bool first = true;
+    bool straight;   // no wave, the factor is 1, and all steps so far but the first ones painted
     Dab previous{};  // last painted step, moved along by the bridge
     Dab current{};   // the step being bridged to
     double bridgeX = 0, bridgeY = 0, bridgeR = 0, bridgeF = 0;  // advance of an in-between dab
-    double bridgeAt = 1, bridgeEnd = 0;
+    double bridgeAt = 1, bridgeEnd = 0;                         // no bridge while the end is 0
+    std::size_t taken = 0, ready = 0;
+    std::array<Dab, 2 * kSteps> dabs;  // in walk order, `ready` of them
 };
 
 }  // namespace streakfall
