@@ -52,10 +52,13 @@ struct EightPixels<Depth8> {
     using Pixels = __m256i;
     using Alphas = __m256i;
 
-    explicit EightPixels(const PF_Pixel& p)
-        : pen(p),
-          color(_mm256_set1_epi32(p.red << 8 | p.green << 16 |
-                                  static_cast<int>(unsigned{p.blue} << 24))) {}
+    explicit EightPixels(const PF_Pixel& p) : pen(p), color(colorOf(p)) {}
+
+    // The colour in every lane, alpha 0.
+    static __m256i colorOf(const PF_Pixel& p) {
+        return _mm256_set1_epi32(p.red << 8 | p.green << 16 |
+                                 static_cast<int>(unsigned{p.blue} << 24));
+    }
 
     static Pixels load(const PF_Pixel* from) { return avx2::load(from); }
     static void store(PF_Pixel* to, Pixels p) {
@@ -100,7 +103,7 @@ struct EightPixels<Depth8> {
     }
 
     const PF_Pixel& pen;
-    const __m256i color;  // in every lane, alpha 0
+    const __m256i color;
 };
 
 // Two words a pixel, the first channel of each in the lower half; all channels 0 to 32768.
