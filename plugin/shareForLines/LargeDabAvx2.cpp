@@ -29,14 +29,6 @@ constexpr double kSteepRadius = 9.0;
 
 }  // namespace
 
-// Neighbouring columns of a row; both ends included, empty when `to` lies before `from`.
-template <class Depth>
-struct LargeDabAvx2<Depth>::Columns {
-    std::int32_t from, to;
-    bool empty() const { return to < from; }
-    std::int32_t count() const { return to - from + 1; }
-};
-
 // The dab on its canvas: what all its rows share.
 template <class Depth>
 class LargeDabAvx2<Depth>::Brush {
@@ -52,7 +44,7 @@ class LargeDabAvx2<Depth>::Brush {
           interior(paintOf(_mm256_set1_epi32(AlphaByCoverage<Depth>::kInterior))) {}
 
     void paintRow(std::int32_t y) const {
-        if (std::fabs(offset(y)) > flatRowsFrom(shape.radius)) {
+        if (std::fabs(offset(y)) > shape.flatRowsFrom()) {
             paintRow<Arcs::kFlat>(y);
         } else {
             paintRow<Arcs::kBoth>(y);
@@ -61,7 +53,7 @@ class LargeDabAvx2<Depth>::Brush {
 
     // Row y with these ends, of which i is the lane.
     void paintSteepRow(std::int32_t y, const SteepRows& rows, std::int32_t i) const {
-        const Columns row{shape.centre.xi + rows.left[i] - 1, shape.centre.xi + rows.right[i] + 1};
+        const Range row{shape.centre.xi + rows.left[i] - 1, shape.centre.xi + rows.right[i] + 1};
         if (row.from < 0 || row.to >= canvas.width) {
             paintRow<Arcs::kBoth>(y);
             return;
@@ -104,10 +96,10 @@ class LargeDabAvx2<Depth>::Brush {
         }
     }
 
-    // Columns of the canvas within `reach` of the centre, in row y.
-    Columns columnsWithin(double reach, std::int32_t y) const {
+    // Range of the canvas within `reach` of the centre, in row y.
+    Range columnsWithin(double reach, std::int32_t y) const {
         const double dy = offset(y), chord2 = reach * reach - dy * dy;
-        if (chord2 < 0.0) return {0, -1};
+        if (chord2 < 0.0) return {};
         const double chord = std::sqrt(chord2), middle = shape.centre.xi + shape.centre.cx;
         return {std::max(truncToI32(std::ceil(middle - chord)), 0),
                 std::min(truncToI32(std::floor(middle + chord)), canvas.width - 1)};
@@ -115,23 +107,22 @@ class LargeDabAvx2<Depth>::Brush {
 
     template <Arcs kArcs>
     void paintRow(std::int32_t y) const {
-        const Columns row = columnsWithin(shape.radius + kReach, y);
+        const Range row = columnsWithin(shape.radius + kReach, y);
         if (row.empty()) return;
-        const Columns core = shape.radius < kSteepRadius
-                                 ? Columns{0, -1}
-                                 : columnsWithin(shape.radius - kCoreInset, y);
+        const Range core =
+            shape.radius < kSteepRadius ? Range{} : columnsWithin(shape.radius - kCoreInset, y);
         // The ends, in whole blocks; without a core between them the left end is all of the row.
         const auto blocks = [](std::int32_t n) { return (n + kLanes - 1) / kLanes * kLanes; };
-        Columns left{row.from, row.from + blocks(core.from - row.from) - 1};
-        Columns right{row.to - blocks(row.to - core.to) + 1, row.to};
+        Range left{row.from, row.from + blocks(core.from - row.from) - 1};
+        Range right{row.to - blocks(row.to - core.to) + 1, row.to};
         if (core.empty() || left.to >= right.from) {
             left.to = row.to;
             right.from = row.to + 1;
         }
-        const Columns middle{left.to + 1, right.from - 1};
+        const Range middle{left.to + 1, right.from - 1};
 
         const RowEnd leftEnd = endOf<kArcs>(left, y), rightEnd = endOf<kArcs>(right, y);
-        Columns inner = leftEnd.interior;
+        Range inner = leftEnd.interior;
         if (!middle.empty()) {
             if (inner.empty()) inner.from = middle.from;
             inner.to = middle.to;
@@ -140,7 +131,7 @@ class LargeDabAvx2<Depth>::Brush {
             if (inner.empty()) inner.from = rightEnd.interior.from;
             inner.to = rightEnd.interior.to;
         }
-        Columns open{0, -1};
+        Range open;
         if (hollow && !inner.empty() && !fillsWholeRow(inner.from, inner.to, rowDepth(y))) {
             open = {inner.from + kHollowRim, inner.to - kHollowRim};
         }
@@ -156,7 +147,7 @@ class LargeDabAvx2<Depth>::Brush {
     }
 
     template <Arcs kArcs>
-    RowEnd endOf(const Columns& columns, std::int32_t y) const {
+    RowEnd endOf(const Range& columns, std::int32_t y) const {
         RowEnd end;
         end.columns = columns;
         for (std::int32_t x = columns.from; x <= columns.to; x += kLanes) {
@@ -172,7 +163,7 @@ class LargeDabAvx2<Depth>::Brush {
         return end;
     }
 
-    void paintEnd(Pixel* pixels, const RowEnd& end, const Columns& open) const {
+    void paintEnd(Pixel* pixels, const RowEnd& end, const Range& open) const {
         for (std::int32_t i = 0, x = end.columns.from; i < end.count; ++i, x += kLanes) {
             const std::int32_t count = std::min(end.columns.to - x + 1, kLanes);
             __m256i paint = _mm256_and_si256(end.blocks[i].coverage, firstLanes(count));
@@ -188,7 +179,7 @@ class LargeDabAvx2<Depth>::Brush {
         }
     }
 
-    void paintInterior(Pixel* pixels, const Columns& columns) const {
+    void paintInterior(Pixel* pixels, const Range& columns) const {
         for (std::int32_t x = columns.from; x <= columns.to; x += kLanes) {
             const std::int32_t count = std::min(columns.to - x + 1, kLanes);
             merge(pixels + x, count, x + kLanes <= canvas.width,
@@ -209,8 +200,8 @@ class LargeDabAvx2<Depth>::Brush {
 // Neighbouring pixels of a row, looked at one by one.
 template <class Depth>
 struct LargeDabAvx2<Depth>::Brush::RowEnd {
-    Columns columns;
-    Columns interior{0, -1};
+    Range columns;
+    Range interior;
     std::int32_t count = 0;
     LanesOfDab blocks[kMaxBlocks];
 };
@@ -243,8 +234,7 @@ void LargeDabAvx2<Depth>::paint(LineCanvas& canvas, const Pixel& pen, const Dab&
     const std::int32_t middle = shape.centre.yi, reach = truncToI32(radius) + 3;
     const std::int32_t top = std::max(middle - reach, 0);
     const std::int32_t bottom = std::min(middle + reach, canvas.height - 1);
-    const std::int32_t steep =
-        radius < kSteepRadius ? -1 : truncToI32(SteepRows::reach(radius) - 1.0);
+    const std::int32_t steep = radius < kSteepRadius ? -1 : truncToI32(shape.steepRowsTo() - 1.0);
     const std::int32_t steepTop = std::clamp(middle - steep, top, bottom + 1);
     const std::int32_t steepBottom = std::clamp(middle + steep, steepTop - 1, bottom);
     for (std::int32_t y = top; y < steepTop; ++y) brush.paintRow(y);

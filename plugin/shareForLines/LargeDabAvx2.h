@@ -32,7 +32,6 @@ class LargeDabAvx2 {
 
   private:
     class Brush;
-    struct Columns;
 
     void paintSteepRows(const Brush& brush, std::int32_t from, std::int32_t to) const;
 

@@ -47,7 +47,7 @@ inline __m256i columnsOf(__m256i over, const LargeDabShape& shape, __m256i wante
 }
 
 // All ones in the lanes of columns x to x + 7 that lie in the range.
-inline __m256i inRange(const LargeDabShape::Range& range, std::int32_t x, __m256i iota) {
+inline __m256i inRange(const Range& range, std::int32_t x, __m256i iota) {
     return _mm256_andnot_si256(_mm256_cmpgt_epi32(_mm256_set1_epi32(range.from - x), iota),
                                _mm256_cmpgt_epi32(_mm256_set1_epi32(range.to - x + 1), iota));
 }
@@ -58,10 +58,7 @@ struct LanesOfDab {
 };
 
 // Which arcs may cross a row.
-enum class Arcs { kFlat, kBoth };
-
-// From here on, rows off the centre's, only flat arcs cross a row.
-inline double flatRowsFrom(double radius) { return radius * 0.70710678118654752 + 3.0; }
+enum class Arcs { kFlat, kSteep, kBoth };
 
 // Buffer pixels (x, y) to (x + 7, y). table: coverage by column for the dab's radius.
 template <Arcs kArcs = Arcs::kBoth>
@@ -85,7 +82,8 @@ __attribute__((always_inline)) inline LanesOfDab coverLanes(const LargeDabShape&
         const __m256i across = _mm256_add_epi32(next, _mm256_blendv_epi8(back, change, inside));
         return _mm256_xor_si256(inside, _mm256_srai_epi32(across, 31));
     };
-    __m256i plotted = straddles(_mm256_set1_epi32(v)), twice = _mm256_setzero_si256();
+    __m256i plotted = straddles(kArcs == Arcs::kSteep ? u : _mm256_set1_epi32(v));
+    __m256i twice = _mm256_setzero_si256();
     if constexpr (kArcs == Arcs::kBoth) {
         const __m256i flat = inRange(v >= 0 ? s.flatBottom : s.flatTop, dabX, iota);
         const __m256i steep = _mm256_blendv_epi8(_mm256_set1_epi32(s.steepRight.has(dabY) ? -1 : 0),

@@ -6,7 +6,6 @@
 namespace streakfall {
 namespace {
 
-constexpr double kDiagonal = 0.70710678118654752;
 // The last steps of an arc that are walked, in pixels along one axis.
 constexpr double kLastSteps = 1.5;
 
@@ -25,6 +24,29 @@ LargeDabShape::State LargeDabShape::stateOf(std::int32_t X, std::int32_t Y) cons
     const bool steep = (u >= 0 ? steepRight : steepLeft).has(Y);
     if ((flat && straddles(v)) || (steep && straddles(u))) return kPlotted;
     return inside ? kInterior : kUntouched;
+}
+
+// The last |u| inside is the whole part of sqrt(limit - v^2 - 1), in double precision exact for
+// numbers of 31 bits.
+Range LargeDabShape::insideOf(std::int32_t Y) const {
+    const std::int32_t v = 16 * Y - centre.fy, rest = limit - 1 - v * v;
+    if (rest < 0) return {0, -1};
+    const auto u = static_cast<std::int32_t>(std::sqrt(static_cast<double>(rest)));
+    return {-((u - centre.fx) >> 4), (u + centre.fx) >> 4};
+}
+
+Range LargeDabShape::interiorOf(std::int32_t Y) const {
+    Range row = insideOf(Y);
+    const double offset = Y - centre.cy;
+    if (std::fabs(offset) > flatRowsFrom()) {
+        // Plotted is what the row beyond does not have inside: long ends at the top and bottom.
+        const Range beyond = insideOf(offset < 0 ? Y - 1 : Y + 1);
+        if (beyond.empty()) return beyond;
+        row = {beyond.from, beyond.to};
+    }
+    while (!row.empty() && stateOf(row.from, Y) != kInterior) ++row.from;
+    while (!row.empty() && stateOf(row.to, Y) != kInterior) --row.to;
+    return row;
 }
 
 // Walks the rest of one arc from a pixel that the walk passes, and the first step of the next.

@@ -21,18 +21,13 @@
 #include <cstdint>
 
 #include "shareForLines/CirclePath.h"
+#include "shareForLines/Range.h"
 
 namespace streakfall {
 
 struct LargeDabShape {
     static constexpr double kMaxRadius = 2048.0;  // 512 r^2 stays in 32 bits
     static constexpr double kFine = 4096.0;       // parts of a table column
-
-    // Columns, or rows, of a pair of arcs; both ends included. Dab coordinates.
-    struct Range {
-        std::int32_t from, to;
-        bool has(std::int32_t i) const { return i >= from && i <= to; }
-    };
 
     enum State { kUntouched, kPlotted, kInterior };
 
@@ -42,6 +37,9 @@ struct LargeDabShape {
     // What the dab does to dab pixel (X, Y).
     State stateOf(std::int32_t X, std::int32_t Y) const;
 
+    // The interior columns of dab row Y; from > to when it has none.
+    Range interiorOf(std::int32_t Y) const;
+
     DabCentre centre;
     double radius;
     double squared;      // r^2, rounded
@@ -49,6 +47,7 @@ struct LargeDabShape {
     // The table column of a pixel is the whole part of (u^2 + v^2 - limit) columnScale +
     // columnBase, as long as that is not too near a whole number for single precision. In 4096ths.
     float columnScale, columnBase;
+    // Columns, or rows, of a pair of arcs, dab coordinates.
     Range flatBottom, flatTop;    // columns
     Range steepLeft, steepRight;  // rows
 
@@ -57,7 +56,15 @@ struct LargeDabShape {
         return u * u + v * v < limit;
     }
 
+    // Rows farther off the centre's are crossed by flat arcs only, nearer than steepRowsTo by
+    // steep arcs only: the arcs meet at r / sqrt(2), within two pixels.
+    double flatRowsFrom() const { return radius * kDiagonal + 3.0; }
+    double steepRowsTo() const { return radius * kDiagonal - 3.0; }
+
   private:
+    static constexpr double kDiagonal = 0.70710678118654752;
+
+    Range insideOf(std::int32_t Y) const;
     bool findArcEnds();
     bool plotsAsWalked(int arc, std::int32_t x, std::int32_t y) const;
 

@@ -1,9 +1,13 @@
 #include "shareForLines/LargeRunAvx2.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdlib>
 
+#include "shareForLines/ColumnSet.h"
 #include "shareForLines/EightPixelsAvx2.h"
+#include "shareForLines/HollowRow.h"
 #include "shareForLines/LargeDabLanesAvx2.h"
 
 #pragma GCC push_options
@@ -14,49 +18,56 @@ namespace {
 
 using namespace avx2;
 
-constexpr std::int32_t kTwice = 512;      // added where a flat and a steep arc both plot
-constexpr std::int32_t kShortRun = 6;     // shorter runs are painted dab by dab
-constexpr double kCoreInset = 1.6;        // interior for certain, pixels inside the circle
-constexpr double kReach = 1.0;            // untouched for certain, pixels outside of it
-constexpr double kQuantised = 0.1;        // room for two quantised centres
-constexpr double kMaxStep = 1.05;         // from dab to dab of a run, pixels
-constexpr float kMinChord2 = 25.0f;       // half a core chord, squared, that bounds the core
-constexpr double kFarthestRowEnd = 2.95;  // how far the end of a hollow row may move
+constexpr std::int32_t kTwice = 512;   // added where a flat and a steep arc both plot
+constexpr std::int32_t kShortRun = 6;  // shorter runs are painted dab by dab
+constexpr double kReach = 1.2;         // untouched for certain, pixels outside of the circle
+constexpr double kInset = 1.6;         // interior for certain, pixels inside of it
+constexpr float kNever = -1e30f;
 
 }  // namespace
 
 // The dabs of the run that plot a block of eight pixels, and with what coverage.
 template <class Depth>
 struct LargeRunAvx2<Depth>::Block {
-    Block(std::int32_t left, std::int32_t row)
-        : x(left), y(row), lanes(_mm256_set1_epi32(-1)), largest(_mm256_setzero_si256()) {}
+    Block(std::int32_t left, std::int32_t row, const Range& columns)
+        : x(left),
+          y(row),
+          lanes(lanesBetween(columns.from - left, columns.to - left)),
+          largest(_mm256_setzero_si256()) {}
 
     std::int32_t x, y;
     std::int32_t count = 0;
-    __m256i lanes;    // those inside the canvas
+    __m256i lanes;    // those that are painted
     __m256i largest;  // coverage
-    alignas(32) std::int32_t coverage[kDabs][kLanes];
-    std::int32_t times[kDabs];
+    alignas(32) std::int32_t coverage[RunOfDabs::kCapacity][kLanes];
+    std::int32_t times[RunOfDabs::kCapacity];
 
-    void cover(const Entry& entry);
+    LanesOfDab lanesOf(const LargeDabShape& shape, const std::uint8_t* table) const;
+    void add(const LanesOfDab& dab, std::int32_t repeated);
     void mergeAll(Pixel* pixels, const Pixel& pen) const;
-    void replay(Pixel& pixel, int lane, const Pixel& pen,
-                const AlphaByCoverage<Depth>& alphas) const;
 };
 
 template <class Depth>
-inline void LargeRunAvx2<Depth>::Block::cover(const Entry& entry) {
-    const LanesOfDab dab = coverLanes(entry.shape, entry.coverage, x, y);
-    if (_mm256_testz_si256(dab.coverage, lanes) != 0) return;
-    largest = _mm256_max_epi32(largest, dab.coverage);
-    _mm256_store_si256(
-        reinterpret_cast<__m256i*>(coverage[count]),
-        _mm256_or_si256(dab.coverage, _mm256_and_si256(dab.twice, _mm256_set1_epi32(kTwice))));
-    times[count++] = entry.times;
+inline LanesOfDab LargeRunAvx2<Depth>::Block::lanesOf(const LargeDabShape& shape,
+                                                      const std::uint8_t* table) const {
+    const double offset = std::fabs(y - shape.centre.yi - shape.centre.cy);
+    if (offset > shape.flatRowsFrom()) return coverLanes<Arcs::kFlat>(shape, table, x, y);
+    if (offset < shape.steepRowsTo()) return coverLanes<Arcs::kSteep>(shape, table, x, y);
+    return coverLanes<Arcs::kBoth>(shape, table, x, y);
 }
 
-// All eight pixels at once: by the largest coverage where that is enough, else by every merge in
-// walk order.
+template <class Depth>
+inline void LargeRunAvx2<Depth>::Block::add(const LanesOfDab& dab, std::int32_t repeated) {
+    const __m256i covered = _mm256_and_si256(dab.coverage, lanes);
+    if (_mm256_testz_si256(covered, covered) != 0) return;
+    largest = _mm256_max_epi32(largest, covered);
+    _mm256_store_si256(
+        reinterpret_cast<__m256i*>(coverage[count]),
+        _mm256_or_si256(covered, _mm256_and_si256(dab.twice, _mm256_set1_epi32(kTwice))));
+    times[count++] = repeated;
+}
+
+// By the largest coverage where that is enough, else by every merge in walk order.
 template <class Depth>
 inline void LargeRunAvx2<Depth>::Block::mergeAll(Pixel* pixels, const Pixel& pen) const {
     const EightPixels<Depth> eight(pen);
@@ -67,214 +78,119 @@ inline void LargeRunAvx2<Depth>::Block::mergeAll(Pixel* pixels, const Pixel& pen
         for (std::int32_t k = 0; k < count; ++k) {
             const __m256i g = load(coverage[k]);
             const __m256i plain = _mm256_andnot_si256(_mm256_set1_epi32(kTwice), g);
-            const __m256i twice =
-                _mm256_and_si256(plain, _mm256_cmpgt_epi32(g, _mm256_set1_epi32(kTwice)));
-            const auto a = eight.alphas(plain), again = eight.alphas(twice);
+            const __m256i twice = _mm256_cmpgt_epi32(g, _mm256_set1_epi32(kTwice));
+            const bool again = _mm256_testz_si256(twice, twice) == 0;
+            const auto a = eight.alphas(plain);
             for (std::int32_t i = 0; i < times[k]; ++i) {
-                if (eight.merge(merged, a)) eight.merge(merged, again);
+                if (eight.merge(merged, a) && again) {
+                    eight.merge(merged, eight.alphas(_mm256_and_si256(plain, twice)));
+                }
             }
         }
     }
     eight.store(pixels, merged);
 }
 
-// The merges that reach one pixel of another colour, in walk order.
 template <class Depth>
-inline void LargeRunAvx2<Depth>::Block::replay(Pixel& pixel, int lane, const Pixel& pen,
-                                               const AlphaByCoverage<Depth>& alphas) const {
+void LargeRunAvx2<Depth>::prepare(const LineCanvas& canvas) {
+    const std::int32_t count = dabs.count();
+    double upper = canvas.height, lower = 0.0;
     for (std::int32_t k = 0; k < count; ++k) {
-        const std::int32_t g = coverage[k][lane];
-        if (g == 0) continue;
-        const auto a = alphas[static_cast<std::size_t>(g & ~kTwice)];
-        const std::int32_t merges = (g & kTwice) != 0 ? 2 * times[k] : times[k];
-        for (std::int32_t i = 0; i < merges; ++i) mergePixel<Depth>(pixel, pen, a);
-    }
-}
-
-// The ends of a hollow row lie on the circle, or on the circle of the row next to it, at most
-// r - 2 from the centre row; there a step of the pen moves them the most.
-template <class Depth>
-bool LargeRunAvx2<Depth>::hollowIsWhole(const Dab& dab) const {
-    const double r = dab.radius;
-    const double slope = (r - 2.0) / std::sqrt(4.0 * r - 4.0);
-    const double growth =
-        count > 0 ? std::fabs(r - dabs[static_cast<std::size_t>(count - 1)].dab.radius) : 0.0;
-    const double moves = std::fabs(ux) + std::fabs(uy) * slope +
-                         growth * (r / std::sqrt(4.0 * r - 4.0)) + (1.0 + slope) / 16.0;
-    return moves <= kFarthestRowEnd;
-}
-
-template <class Depth>
-bool LargeRunAvx2<Depth>::add(const Dab& dab) {
-    if (count == kDabs || dab.radius > LargeDabShape::kMaxRadius) return false;
-    Entry& entry = dabs[static_cast<std::size_t>(count)];
-    if (count > 0) {
-        Entry& before = dabs[static_cast<std::size_t>(count - 1)];
-        const double dx = dab.x - before.dab.x, dy = dab.y - before.dab.y;
-        if (dx * dx + dy * dy > kMaxStep * kMaxStep) return false;
-        const bool same = quantiseCentre(dab.x, dab.y) == before.shape.centre &&
-                          dab.radius == before.dab.radius && dab.hollow == before.dab.hollow;
-        if (same) {
-            ++before.times;
-            return true;
-        }
-    }
-    if (dab.hollow && !hollowIsWhole(dab)) return false;
-    if (!entry.shape.place(dab.x, dab.y, dab.radius)) return false;
-    entry.dab = dab;
-    entry.times = 1;
-    if (count == 0) tableCount = 0;
-    if (count > 0 && dabs[static_cast<std::size_t>(count - 1)].dab.radius == dab.radius) {
-        entry.coverage = dabs[static_cast<std::size_t>(count - 1)].coverage;
-    } else {
-        CoverageBlend w;
-        setCoverageBlend(w, dab.radius);
-        auto& table = tables[static_cast<std::size_t>(tableCount++)];
-        coverageTable(w, table.data());
-        entry.coverage = table.data();
-    }
-    ++count;
-    return true;
-}
-
-template <class Depth>
-void LargeRunAvx2<Depth>::prepare(LineCanvas& canvas, const Pixel& pen) {
-    const Dab& first = dabs[0].dab;
-    double upper = first.y, lower = first.y;
-    widest = 0.0;
-    samples = 0;
-    steps = 0;
-    double widestSince = 0.0;  // of the dabs behind the sample before
-    for (std::int32_t k = 0; k < count; ++k) {
-        const Entry& e = dabs[static_cast<std::size_t>(k)];
+        const RunOfDabs::Entry& e = dabs[k];
         const double r = e.dab.radius;
         upper = std::min(upper, e.dab.y - r);
         lower = std::max(lower, e.dab.y + r);
-        widest = std::max(widest, r);
-        widestSince = std::max(widestSince, r);
-        const double along = (e.dab.x - first.x) * ux + (e.dab.y - first.y) * uy;
-        const std::int32_t step = std::clamp(truncToI32(along), 0, kDabs);
-        for (; steps <= step; ++steps) {
-            firstAtStep[static_cast<std::size_t>(steps)] = static_cast<std::int16_t>(k);
-        }
-        if (k % kSampling == 0 || k == count - 1) {
-            const auto i = static_cast<std::size_t>(samples++);
-            sampleX[i] = static_cast<float>(e.shape.centre.xi + e.shape.centre.cx);
-            sampleY[i] = static_cast<float>(e.shape.centre.yi + e.shape.centre.cy);
-            sampleCore[i] = static_cast<float>((r - kCoreInset) * (r - kCoreInset));
-            // Covers the dabs since the sample before as well, however wide a steep ramp made them.
-            const double reach = widestSince + kReach + kQuantised + (kSampling - 1) * kMaxStep;
-            sampleReach[i] = static_cast<float>(reach * reach);
-            widestSince = 0.0;
-        }
+        const auto i = static_cast<std::size_t>(k);
+        middleX[i] = static_cast<float>(e.shape.centre.xi + e.shape.centre.cx);
+        middleY[i] = static_cast<float>(e.shape.centre.yi + e.shape.centre.cy);
+        touch2[i] = static_cast<float>((r + kReach) * (r + kReach) + 1.0);
+        inside2[i] = static_cast<float>((r - kInset) * (r - kInset));
+        dabRows[i].y = -1;
+        openRows[i] = e.dab.hollow ? static_cast<float>(r - 6.0) : kNever;
     }
-    for (std::int32_t i = samples; i % kLanes != 0; ++i) {
-        sampleX[static_cast<std::size_t>(i)] = sampleY[static_cast<std::size_t>(i)] = 0.0f;
-        sampleCore[static_cast<std::size_t>(i)] = sampleReach[static_cast<std::size_t>(i)] = -1e30f;
+    for (auto i = static_cast<std::size_t>(count); i % kLanes != 0; ++i) {
+        middleX[i] = middleY[i] = inside2[i] = 0.0f;
+        touch2[i] = openRows[i] = kNever;
     }
     top = std::max(0, truncToI32(upper) - 3);
     bottom = std::min(canvas.height - 1, truncToI32(lower) + 3);
-    alphas.set(pen.alpha);
+    canvasWidth = canvas.width;
+    CoverageBlend w;
+    setCoverageBlend(w, dabs.widest());
+    coverageTable(w, coverage.data());
+    rows.prepare(dabs);
 }
 
-// The run's core in row y, and how far it may touch the row. Both may be empty.
+// Of eight dabs, those that may paint the eight pixels from (x, y) on.
 template <class Depth>
-void LargeRunAvx2<Depth>::bounds(std::int32_t y, Interval& core, Interval& reach) const {
-    const __m256 far = _mm256_set1_ps(1e9f);
-    __m256 coreFrom = far, coreTo = far, reachFrom = far, reachTo = far;  // ends negated
-    const __m256 row = _mm256_set1_ps(static_cast<float>(y));
-    const __m256 zero = _mm256_setzero_ps();
-    for (std::size_t i = 0; i < static_cast<std::size_t>(samples); i += kLanes) {
-        const __m256 x = _mm256_load_ps(&sampleX[i]);
-        const __m256 dy = _mm256_sub_ps(row, _mm256_load_ps(&sampleY[i]));
-        const __m256 dy2 = _mm256_mul_ps(dy, dy);
-        const auto take = [&](const float* squared, float least, __m256& from, __m256& to) {
-            const __m256 chord2 = _mm256_sub_ps(_mm256_load_ps(squared), dy2);
-            const __m256 valid = _mm256_cmp_ps(chord2, _mm256_set1_ps(least), _CMP_GE_OQ);
-            const __m256 chord = _mm256_sqrt_ps(_mm256_max_ps(chord2, zero));
-            from = _mm256_min_ps(from, _mm256_blendv_ps(far, _mm256_sub_ps(x, chord), valid));
-            to = _mm256_min_ps(
-                to, _mm256_blendv_ps(far, _mm256_sub_ps(zero, _mm256_add_ps(x, chord)), valid));
-        };
-        take(&sampleCore[i], kMinChord2, coreFrom, coreTo);
-        take(&sampleReach[i], 0.0f, reachFrom, reachTo);
+inline unsigned LargeRunAvx2<Depth>::touching(std::int32_t first, std::int32_t x, std::int32_t y,
+                                              Hollow hollow) const {
+    const auto i = static_cast<std::size_t>(first);
+    const __m256 zero = _mm256_setzero_ps(), sign = _mm256_set1_ps(-0.0f);
+    const __m256 left = _mm256_set1_ps(static_cast<float>(x));
+    const __m256 right = _mm256_set1_ps(static_cast<float>(x + kLanes - 1));
+    const __m256 middle = _mm256_load_ps(&middleX[i]);
+    const __m256 dy =
+        _mm256_sub_ps(_mm256_set1_ps(static_cast<float>(y)), _mm256_load_ps(&middleY[i]));
+    const __m256 dy2 = _mm256_mul_ps(dy, dy);
+    const __m256 gap = _mm256_max_ps(
+        _mm256_max_ps(_mm256_sub_ps(left, middle), _mm256_sub_ps(middle, right)), zero);
+    const __m256 touches = _mm256_cmp_ps(_mm256_add_ps(_mm256_mul_ps(gap, gap), dy2),
+                                         _mm256_load_ps(&touch2[i]), _CMP_LE_OQ);
+    auto bits = static_cast<unsigned>(_mm256_movemask_ps(touches));
+    // At the canvas' edges a row that goes on has an end.
+    if (hollow == Hollow::kPainted || x < kHollowRim || x + kLanes + kHollowRim > canvasWidth) {
+        return bits;
     }
-    const auto least = [](__m256 v) {
-        alignas(32) float lanes[kLanes];
-        _mm256_store_ps(lanes, v);
-        return static_cast<double>(*std::min_element(lanes, lanes + kLanes));
-    };
-    core = {truncToI32(std::ceil(least(coreFrom))), truncToI32(std::floor(-least(coreTo)))};
-    reach = {truncToI32(std::floor(least(reachFrom))), truncToI32(std::ceil(-least(reachTo)))};
+    const __m256 chord = _mm256_sub_ps(
+        _mm256_sqrt_ps(_mm256_max_ps(_mm256_sub_ps(_mm256_load_ps(&inside2[i]), dy2), zero)),
+        _mm256_set1_ps(5.0f));
+    const __m256 open = _mm256_and_ps(
+        _mm256_cmp_ps(_mm256_andnot_ps(sign, dy), _mm256_load_ps(&openRows[i]), _CMP_LE_OQ),
+        _mm256_and_ps(_mm256_cmp_ps(_mm256_sub_ps(middle, chord), left, _CMP_LE_OQ),
+                      _mm256_cmp_ps(_mm256_add_ps(middle, chord), right, _CMP_GE_OQ)));
+    return bits & ~static_cast<unsigned>(_mm256_movemask_ps(open));
 }
 
-// The dabs that may touch the eight pixels from (x, y) on; from > to when there are none.
+// These columns of row y of the canvas, eight at most.
 template <class Depth>
-typename LargeRunAvx2<Depth>::Interval LargeRunAvx2<Depth>::dabsNear(std::int32_t x,
-                                                                     std::int32_t y) const {
-    const double dx = x - dabs[0].dab.x, dy = y - dabs[0].dab.y;
-    const double along = dx * ux + dy * uy, across = dy * ux - dx * uy;
-    const double alongEnd = along + (kLanes - 1) * ux, acrossEnd = across - (kLanes - 1) * uy;
-    const double nearest =
-        across * acrossEnd < 0.0 ? 0.0 : std::min(std::fabs(across), std::fabs(acrossEnd));
-    const double reach = widest + kReach + kQuantised;
-    const double width2 = reach * reach - nearest * nearest;
-    if (width2 < 0.0) return {0, -1};
-    const double width = std::sqrt(width2) + 0.5;
-    const std::int32_t from = truncToI32(std::min(along, alongEnd) - width);
-    const std::int32_t to = truncToI32(std::max(along, alongEnd) + width) + 1;
-    if (from >= steps || to < 0) return {0, -1};
-    const std::int32_t firstDab = firstAtStep[static_cast<std::size_t>(std::max(from, 0))];
-    const std::int32_t lastDab =
-        to >= steps ? count - 1 : firstAtStep[static_cast<std::size_t>(to)];
-    return {firstDab, lastDab};
-}
-
-template <class Depth>
-void LargeRunAvx2<Depth>::paintRim(LineCanvas& canvas, const Pixel& pen, std::int32_t x,
-                                   std::int32_t y) {
-    const Interval near = dabsNear(x, y);
-    if (near.from > near.to) return;
-    Block block(x, y);
-    const std::int32_t before = std::max(-x, 0);
-    const std::int32_t lanesTo = std::min(canvas.width - x, kLanes);
-    if (before > 0 || lanesTo < kLanes) {
-        block.lanes = _mm256_andnot_si256(firstLanes(std::min(before, kLanes)),
-                                          firstLanes(std::max(lanesTo, 0)));
-    }
-    for (std::int32_t k = near.from; k <= near.to; ++k) {
-        block.cover(dabs[static_cast<std::size_t>(k)]);
-    }
-    if (x >= 0 && x + kLanes <= canvas.width) {
-        block.mergeAll(canvas.row<Depth>(y) + x, pen);
-        return;
-    }
-    alignas(32) std::int32_t largest[kLanes];
-    const __m256i most = _mm256_and_si256(block.largest, block.lanes);
-    _mm256_store_si256(reinterpret_cast<__m256i*>(largest), most);
-    auto lanes = static_cast<unsigned>(
-        _mm256_movemask_ps(_mm256_castsi256_ps(_mm256_cmpgt_epi32(most, _mm256_setzero_si256()))));
-    Pixel* pixels = canvas.row<Depth>(y) + x;
-    for (; lanes != 0; lanes &= lanes - 1) {
-        const int lane = __builtin_ctz(lanes);
-        Pixel& pixel = pixels[lane];
-        const auto a = alphas[static_cast<std::size_t>(largest[lane])];
-        const bool sameColor =
-            pixel.red == pen.red && pixel.green == pen.green && pixel.blue == pen.blue;
-        if (pixel.alpha == 0 || a == Depth::kWhite || sameColor) {
-            mergePixel<Depth>(pixel, pen, a);
-        } else {
-            block.replay(pixel, lane, pen, alphas);
+void LargeRunAvx2<Depth>::paintBlock(LineCanvas& canvas, const Pixel& pen, const Range& columns,
+                                     std::int32_t y, Hollow hollow) {
+    // Eight pixels of the canvas around them, where it has eight.
+    const std::int32_t x = std::max(std::min(columns.from, canvas.width - kLanes), 0);
+    const Range near = dabs.nearPixels(x, y, kLanes);
+    if (near.empty()) return;
+    Block block(x, y, columns);
+    for (std::int32_t first = near.from / kLanes * kLanes; first <= near.to; first += kLanes) {
+        unsigned bits = touching(first, x, y, hollow);
+        for (; bits != 0; bits &= bits - 1) {
+            const RunOfDabs::Entry& e = dabs[first + std::countr_zero(bits)];
+            LanesOfDab lanes = block.lanesOf(e.shape, coverage.data());
+            if (hollow == Hollow::kOpen && e.dab.hollow) {
+                const Range open = rowOf(first + std::countr_zero(bits), y).open;
+                lanes.coverage =
+                    _mm256_andnot_si256(lanesBetween(open.from - x, open.to - x), lanes.coverage);
+            }
+            block.add(lanes, e.times);
         }
     }
+    Pixel* pixels = canvas.row<Depth>(y) + x;
+    if (canvas.width >= kLanes) {
+        block.mergeAll(pixels, pen);
+    } else {
+        Pixel narrow[kLanes] = {};
+        std::copy_n(pixels, canvas.width, narrow);
+        block.mergeAll(narrow, pen);
+        std::copy_n(narrow, canvas.width, pixels);
+    }
 }
 
 template <class Depth>
-void LargeRunAvx2<Depth>::fillCore(LineCanvas& canvas, const Pixel& pen, std::int32_t y,
-                                   Interval core) {
+void LargeRunAvx2<Depth>::fillCore(LineCanvas& canvas, const Pixel& pen, const Range& columns,
+                                   std::int32_t y) {
     Pixel* row = canvas.row<Depth>(y);
-    const std::int32_t from = std::max(core.from, 0);
-    const std::int32_t to = std::min(core.to, canvas.width - 1);
+    const std::int32_t from = std::max(columns.from, 0);
+    const std::int32_t to = std::min(columns.to, canvas.width - 1);
     if (pen.alpha == Depth::kWhite) {
         if (from <= to) std::fill(row + from, row + to + 1, pen);
         return;
@@ -284,34 +200,118 @@ void LargeRunAvx2<Depth>::fillCore(LineCanvas& canvas, const Pixel& pen, std::in
     }
 }
 
+// Columns of the canvas, of row y.
+template <class Depth>
+void LargeRunAvx2<Depth>::paintBlocks(LineCanvas& canvas, const Pixel& pen, const Range& columns,
+                                      std::int32_t y, Hollow hollow) {
+    for (std::int32_t x = columns.from; x <= columns.to; x += kLanes) {
+        paintBlock(canvas, pen, {x, std::min(x + kLanes - 1, columns.to)}, y, hollow);
+    }
+}
+
 template <class Depth>
 void LargeRunAvx2<Depth>::paintRow(LineCanvas& canvas, const Pixel& pen, std::int32_t y) {
-    Interval core, reach;
-    bounds(y, core, reach);
-    const std::int32_t from = std::max(reach.from, 0);
-    const std::int32_t to = std::min(reach.to, canvas.width - 1);
-    if (core.from > core.to) {
-        for (std::int32_t x = from; x <= to; x += kLanes) paintRim(canvas, pen, x, y);
+    const RunRow row = rows.row(y);
+    const std::int32_t from = std::max(row.reach.from, 0);
+    const std::int32_t to = std::min(row.reach.to, canvas.width - 1);
+    if (row.core.empty()) {
+        // Too narrow to tell what is painted by whom.
+        paintBlocks(canvas, pen, {from, to}, y, Hollow::kOpen);
         return;
     }
-    fillCore(canvas, pen, y, core);
-    for (std::int32_t x = core.from - kLanes; x + kLanes > from; x -= kLanes) {
-        if (x < canvas.width) paintRim(canvas, pen, x, y);
+    const auto rimHollow = [](bool unsure) { return unsure ? Hollow::kOpen : Hollow::kPainted; };
+    const bool any = !row.unsure.empty();
+    paintBlocks(canvas, pen, {from, std::min(row.core.from - 1, to)}, y,
+                rimHollow(any && row.unsure.from < row.core.from));
+    paintBlocks(canvas, pen, {std::max(row.core.to + 1, from), to}, y,
+                rimHollow(any && row.unsure.to > row.core.to));
+    const Range open{std::max(row.unsure.from, row.core.from),
+                     std::min(row.unsure.to, row.core.to)};
+    if (!any || open.empty()) {
+        fillCore(canvas, pen, row.core, y);
+        return;
     }
-    for (std::int32_t x = core.to + 1; x <= to; x += kLanes) {
-        if (x + kLanes > 0) paintRim(canvas, pen, x, y);
+    fillCore(canvas, pen, {row.core.from, open.from - 1}, y);
+    fillCore(canvas, pen, {open.to + 1, row.core.to}, y);
+    paintUnsure(canvas, pen, {std::max(open.from, 0), std::min(open.to, canvas.width - 1)}, y);
+}
+
+// Columns of row y in the canvas, each inside some dab.
+template <class Depth>
+void LargeRunAvx2<Depth>::paintUnsure(LineCanvas& canvas, const Pixel& pen, const Range& columns,
+                                      std::int32_t y) {
+    if (columns.count() > ColumnSet::kMaxColumns) {
+        paintBlocks(canvas, pen, columns, y, Hollow::kOpen);
+        return;
     }
+    if (columns.empty()) return;
+    const ColumnSet painted = paintedInside(columns, y);
+    for (std::int32_t x = columns.from; x <= columns.to;) {
+        bool inSet = false;
+        Range part = painted.runFrom(x, inSet);
+        if (inSet) {
+            fillCore(canvas, pen, part, y);
+        } else {
+            // The block may as well hold what follows.
+            part.to = std::min(x + kLanes - 1, columns.to);
+            paintBlock(canvas, pen, part, y, Hollow::kOpen);
+        }
+        x = part.to + 1;
+    }
+}
+
+// Those columns that some dab has inside and does not leave open. From the first dab that comes
+// to the row, and back from the last that leaves it, until one holds all of the columns open: the
+// dabs between do so, too.
+template <class Depth>
+ColumnSet LargeRunAvx2<Depth>::paintedInside(const Range& columns, std::int32_t y) {
+    ColumnSet painted(columns);
+    // False when the dab holds them all open.
+    const auto add = [&](std::int32_t k) {
+        const DabRow& row = rowOf(k, y);
+        if (row.open.empty()) {
+            painted.add(row.inside);
+            return true;
+        }
+        painted.add({row.inside.from, row.open.from - 1});
+        painted.add({row.open.to + 1, row.inside.to});
+        return row.open.from > columns.from || row.open.to < columns.to;
+    };
+    const Range near = dabs.nearRow(y);
+    std::int32_t first = near.from, last = near.to;
+    while (first <= last && add(first)) ++first;
+    while (last > first && add(last)) --last;
+    return painted;
+}
+
+// The ends of row y of dab k.
+template <class Depth>
+const typename LargeRunAvx2<Depth>::DabRow& LargeRunAvx2<Depth>::rowOf(std::int32_t k,
+                                                                       std::int32_t y) {
+    DabRow& row = dabRows[static_cast<std::size_t>(k)];
+    if (row.y == y) return row;
+    const LargeDabShape& shape = dabs[k].shape;
+    row = {y, shape.interiorOf(y - shape.centre.yi), {}};
+    if (row.inside.empty()) return row;
+    row.inside.from = std::max(row.inside.from + shape.centre.xi, 0);
+    row.inside.to = std::min(row.inside.to + shape.centre.xi, canvasWidth - 1);
+    const std::int32_t rowDepth =
+        truncToI32(shape.radius + 5.0) - 5 - std::abs(y - shape.centre.yi);
+    if (dabs[k].dab.hollow && !row.inside.empty() &&
+        !fillsWholeRow(row.inside.from, row.inside.to, rowDepth)) {
+        row.open = {row.inside.from + kHollowRim, row.inside.to - kHollowRim};
+    }
+    return row;
 }
 
 // True when some pixel that the run may touch holds another colour.
 template <class Depth>
 bool LargeRunAvx2<Depth>::meetsOtherColors(LineCanvas& canvas, const Pixel& pen) const {
     for (std::int32_t y = top; y <= bottom; ++y) {
-        Interval core, reach;
-        bounds(y, core, reach);
+        const Range reach = rows.row(y).reach;
         const Pixel* row = canvas.row<Depth>(y);
-        for (std::int32_t x = std::max(reach.from, 0); x <= std::min(reach.to, canvas.width - 1);
-             ++x) {
+        const std::int32_t to = std::min(reach.to, canvas.width - 1);
+        for (std::int32_t x = std::max(reach.from, 0); x <= to; ++x) {
             const Pixel& p = row[x];
             if (p.alpha != 0 && (p.red != pen.red || p.green != pen.green || p.blue != pen.blue)) {
                 return true;
@@ -323,21 +323,21 @@ bool LargeRunAvx2<Depth>::meetsOtherColors(LineCanvas& canvas, const Pixel& pen)
 
 template <class Depth>
 void LargeRunAvx2<Depth>::flush(LineCanvas& canvas, const Pixel& pen, LargeDabAvx2<Depth>& single) {
-    if (count == 0) return;
-    bool byDabs = count < kShortRun;
+    if (empty()) return;
+    bool byDabs = dabs.count() < kShortRun;
     if (!byDabs) {
-        prepare(canvas, pen);
+        prepare(canvas);
         byDabs = pen.alpha != Depth::kWhite && meetsOtherColors(canvas, pen);
     }
     if (byDabs) {
-        for (std::int32_t k = 0; k < count; ++k) {
-            const Entry& e = dabs[static_cast<std::size_t>(k)];
+        for (std::int32_t k = 0; k < dabs.count(); ++k) {
+            const RunOfDabs::Entry& e = dabs[k];
             for (std::int32_t i = 0; i < e.times; ++i) single.paint(canvas, pen, e.dab);
         }
     } else {
         for (std::int32_t y = top; y <= bottom; ++y) paintRow(canvas, pen, y);
     }
-    count = 0;
+    dabs.clear();
 }
 
 template class LargeRunAvx2<Depth8>;

@@ -8,12 +8,9 @@
 //    order, from the dabs that plot it (LargeDabShape).
 //  - A translucent run over pixels of another colour, where the core would mix again and again,
 //    is painted dab by dab.
-//  - Hollow dabs leave their middle open, but each pixel inside one of them is painted by another:
-//    it lies within three pixels of the dab's end of the row when the dab moves off it, or in a
-//    solid dab at the line's end. That holds while the ends of hollow rows move by at most three
-//    pixels from dab to dab; add() refuses dabs where they might move farther. And it takes more
-//    dabs of the full alpha than reach a pixel (LineWalk::closesHollowDabs); the owner keeps the
-//    hollow dabs of other lines away.
+//  - Hollow dabs leave their middle open, but nearly every pixel inside one of them is painted by
+//    the end of another one's row. RunRowsAvx2 tells the columns where that is not sure; there
+//    each dab's row is looked at as a hollow one.
 //
 // Owner: the painter of one line. Needs a processor with AVX2.
 #pragma once
@@ -21,11 +18,12 @@
 #include <array>
 #include <cstdint>
 
-#include "shareForLines/AlphaByCoverage.h"
+#include "shareForLines/ColumnSet.h"
+#include "shareForLines/CoverageTable.h"
 #include "shareForLines/LargeDabAvx2.h"
-#include "shareForLines/LargeDabShape.h"
 #include "shareForLines/LineCanvas.h"
-#include "shareForLines/LineWalk.h"
+#include "shareForLines/RunOfDabs.h"
+#include "shareForLines/RunRowsAvx2.h"
 
 namespace streakfall {
 
@@ -34,57 +32,57 @@ class LargeRunAvx2 {
   public:
     using Pixel = typename Depth::Pixel;
 
-    // Direction of the line, a unit vector.
-    LargeRunAvx2(double directionX, double directionY) : ux(directionX), uy(directionY) {}
+    // From this radius on all dabs share one coverage table.
+    static constexpr double kMinRadius = kCoverageRows - 1;
 
-    // Takes a large dab that touches the canvas. False when it cannot go into this run: flush and
-    // try again; if it is refused by an empty run, paint it by itself.
-    bool add(const Dab& dab);
+    // Direction of the line, a unit vector.
+    LargeRunAvx2(double directionX, double directionY) : dabs(directionX, directionY) {}
+
+    // Takes a dab, of kMinRadius at least, that touches the canvas. False when it cannot go into
+    // this run: flush and try again; if it is refused by an empty run, paint it by itself.
+    bool add(const Dab& dab) { return dabs.add(dab); }
 
     // Paints the run with the pen, whose alpha is that of all its dabs, and empties it. `single`
     // paints the dabs of a run that cannot be painted as one.
     void flush(LineCanvas& canvas, const Pixel& pen, LargeDabAvx2<Depth>& single);
 
-    bool empty() const { return count == 0; }
+    bool empty() const { return dabs.count() == 0; }
 
   private:
-    static constexpr std::int32_t kDabs = 128;
-    static constexpr std::int32_t kSampling = 4;  // every fourth dab bounds the core
-
-    struct Entry {
-        LargeDabShape shape;
-        Dab dab;
-        std::int32_t times;            // dabs in a row with the same effect
-        const std::uint8_t* coverage;  // by column
-    };
-    struct Interval {
-        std::int32_t from, to;  // both included
-    };
     struct Block;
+    // How the middles of hollow dabs are taken: for painted, or as they are.
+    enum class Hollow { kPainted, kOpen };
 
-    bool hollowIsWhole(const Dab& dab) const;
-    void prepare(LineCanvas& canvas, const Pixel& pen);
+    // A row of a dab: the columns of the canvas that it has inside, and those of them that it
+    // leaves open.
+    struct DabRow {
+        std::int32_t y;  // -1 for none
+        Range inside, open;
+    };
+
+    void prepare(const LineCanvas& canvas);
     bool meetsOtherColors(LineCanvas& canvas, const Pixel& pen) const;
-    Interval dabsNear(std::int32_t x, std::int32_t y) const;
-    void bounds(std::int32_t y, Interval& core, Interval& reach) const;
     void paintRow(LineCanvas& canvas, const Pixel& pen, std::int32_t y);
-    void paintRim(LineCanvas& canvas, const Pixel& pen, std::int32_t x, std::int32_t y);
-    void fillCore(LineCanvas& canvas, const Pixel& pen, std::int32_t y, Interval core);
+    void paintBlock(LineCanvas& canvas, const Pixel& pen, const Range& columns, std::int32_t y,
+                    Hollow hollow);
+    void paintBlocks(LineCanvas& canvas, const Pixel& pen, const Range& columns, std::int32_t y,
+                     Hollow hollow);
+    void paintUnsure(LineCanvas& canvas, const Pixel& pen, const Range& columns, std::int32_t y);
+    ColumnSet paintedInside(const Range& columns, std::int32_t y);
+    const DabRow& rowOf(std::int32_t k, std::int32_t y);
+    void fillCore(LineCanvas& canvas, const Pixel& pen, const Range& columns, std::int32_t y);
+    unsigned touching(std::int32_t first, std::int32_t x, std::int32_t y, Hollow hollow) const;
 
-    double ux, uy;
-    std::int32_t count = 0;
+    RunOfDabs dabs;
+    RunRowsAvx2 rows;
     std::int32_t top = 0, bottom = -1;  // rows that the run may touch, inside the canvas
-    double widest = 0;                  // largest radius
-    std::array<Entry, kDabs> dabs;
-    std::array<std::array<std::uint8_t, kCoverageColumns>, kDabs> tables;
-    std::int32_t tableCount = 0;
-    // Per sample: centre and squared radii of the core and of the reach, single precision.
-    std::int32_t samples = 0;
-    alignas(32) std::array<float, kDabs / kSampling + 8> sampleX, sampleY, sampleCore, sampleReach;
-    // First dab at each whole step of the run.
-    std::array<std::int16_t, kDabs + 2> firstAtStep;
-    std::int32_t steps = 0;
-    AlphaByCoverage<Depth> alphas{};
+    std::int32_t canvasWidth = 0;
+    // Per dab, single precision: middle, and squared radii of what it touches and of what it has
+    // inside for certain; farthest row that it leaves open.
+    static constexpr std::size_t kRoom = RunOfDabs::kCapacity + 8;
+    alignas(32) std::array<float, kRoom> middleX, middleY, touch2, inside2, openRows;
+    std::array<DabRow, RunOfDabs::kCapacity> dabRows;  // the row looked at last
+    alignas(32) std::array<std::uint8_t, kCoverageColumns> coverage;
 };
 
 }  // namespace streakfall

@@ -22,7 +22,6 @@ class LinePainter {
           strokeAlpha(stroke.pen.alpha),
           wide(instructionSet() >= InstructionSet::kAvx2),
           straight(wide && !stroke.waveEnabled && walk.hasDirection()),
-          closesHollow(walk.closesHollowDabs()),
           run(walk.directionX(), walk.directionY()) {}
 
     // The dab touches the canvas.
@@ -57,8 +56,7 @@ class LinePainter {
     }
 
     void paintLarge(const Dab& dab) {
-        const bool runs = straight && pen.alpha > 0 && (closesHollow || !dab.hollow);
-        if (runs && dab.radius >= kRunRadius) {
+        if (straight && pen.alpha > 0 && dab.radius >= kRunRadius) {
             if (run.add(dab)) return;
             flushRun();
             if (run.add(dab)) return;
@@ -81,7 +79,6 @@ class LinePainter {
     double factor = 1.0;  // of the pen's alpha
     bool wide;            // vectors may be used
     bool straight;        // and runs of large dabs
-    bool closesHollow;    // also of hollow ones
     SmallDabAvx2<Depth> small;
     LargeDabAvx2<Depth> single;
     LargeRunAvx2<Depth> run;

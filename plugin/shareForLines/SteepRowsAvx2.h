@@ -19,10 +19,6 @@ struct SteepRows {
     // Coverage of the pixels outside and inside, in the order of their columns.
     alignas(32) std::int64_t leftPair[kLanes], rightPair[kLanes];
 
-    // Rows whose middles lie closer to the centre's row are crossed by steep arcs only: the arcs
-    // meet at r / sqrt(2), within two pixels.
-    static double reach(double radius) { return radius * 0.70710678118654752 - 3.0; }
-
     // Rows dabY to dabY + 7. table: coverage by column. Of rows beyond the circle the columns
     // mean nothing.
     void place(const LargeDabShape& s, const std::uint8_t* table, std::int32_t dabY) {
