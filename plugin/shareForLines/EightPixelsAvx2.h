@@ -5,7 +5,7 @@
 //   Pixels, Alphas   eight pixels of a row in registers, and one alpha for each, in the lanes'
 //                    order: that of the row but in float
 //   load, store      any address of a pixel with seven more behind it
-//   alphas(g)        the pen's alpha at coverages 0 to 255; at 256, a dab's interior, its own
+//   alphas(g)        the pen's alpha at coverages 0 to 255; its own at kInterior
 //   merge(p, a)      lanes where a is 0 stay. True when a second merge could change a pixel, as
 //                    it does where colours were mixed.
 #pragma once
@@ -230,7 +230,7 @@ struct EightPixels<DepthFloat> {
     Alphas alphas(__m256i coverage) const {
         const __m256 product = _mm256_mul_ps(_mm256_cvtepi32_ps(coverage), penLanes(pen.alpha));
         const __m256 edge = _mm256_div_ps(product, _mm256_set1_ps(255.0f));
-        const __m256i inside = _mm256_cmpgt_epi32(coverage, _mm256_set1_epi32(255));
+        const __m256i inside = _mm256_cmpeq_epi32(coverage, _mm256_set1_epi32(kInterior));
         return _mm256_permutevar8x32_ps(
             _mm256_blendv_ps(edge, penLanes(pen.alpha), _mm256_castsi256_ps(inside)),
             _mm256_setr_epi32(0, 2, 4, 6, 1, 3, 5, 7));

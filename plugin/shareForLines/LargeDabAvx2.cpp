@@ -4,7 +4,6 @@
 #include <bit>
 #include <cmath>
 #include <cstdlib>
-#include <type_traits>
 
 #include "shareForLines/DabPainter.h"
 #include "shareForLines/HollowRow.h"
@@ -27,6 +26,10 @@ constexpr std::int32_t kMaxBlocks = 40;
 // Smaller dabs have too few steep rows.
 constexpr double kSteepRadius = 9.0;
 
+inline __m256i interiorIn(__m256i lanes) {
+    return _mm256_and_si256(lanes, _mm256_set1_epi32(kInterior));
+}
+
 }  // namespace
 
 // The dab on its canvas: what all its rows share.
@@ -39,9 +42,7 @@ class LargeDabAvx2<Depth>::Brush {
           shape(d.shape),
           hollow(isHollow),
           wholeRows(truncToI32(d.radius + 5.0) - 5),
-          pen(p),
-          merge{pen, d.alphas},
-          interior(paintOf(_mm256_set1_epi32(AlphaByCoverage<Depth>::kInterior))) {}
+          merge(p) {}
 
     void paintRow(std::int32_t y) const {
         if (std::fabs(offset(y)) > shape.flatRowsFrom()) {
@@ -66,13 +67,9 @@ class LargeDabAvx2<Depth>::Brush {
         const __m256i left = _mm256_set_epi64x(0, 0, 0, rows.leftPair[i]);
         const __m256i right = _mm256_set_epi64x(rows.rightPair[i], 0, 0, 0);
         merge(pixels + row.from, kLanes, true,
-              _mm256_or_si256(paintOf(left), _mm256_and_si256(interior, lanesBetween(2, keep - 1))),
-              1);
+              _mm256_or_si256(left, interiorIn(lanesBetween(2, keep - 1))));
         merge(pixels + row.to - (kLanes - 1), kLanes, true,
-              _mm256_or_si256(
-                  paintOf(right),
-                  _mm256_and_si256(interior, lanesBetween(kLanes - keep + shared, kLanes - 3))),
-              1);
+              _mm256_or_si256(right, interiorIn(lanesBetween(kLanes - keep + shared, kLanes - 3))));
         if (!open) paintInterior(pixels, {row.from + kLanes, row.to - kLanes});
     }
 
@@ -87,16 +84,7 @@ class LargeDabAvx2<Depth>::Brush {
         return wholeRows - std::abs(y - shape.centre.yi);
     }
 
-    // What lanes of such coverage get. At coverage 255 the pen's alpha is its own.
-    __m256i paintOf(__m256i coverage) const {
-        if constexpr (std::is_same_v<Depth, Depth8>) {
-            return coverAlpha8(_mm256_min_epi32(coverage, _mm256_set1_epi32(255)), pen.alpha);
-        } else {
-            return coverage;
-        }
-    }
-
-    // Range of the canvas within `reach` of the centre, in row y.
+    // Columns of the canvas within `reach` of the centre, in row y.
     Range columnsWithin(double reach, std::int32_t y) const {
         const double dy = offset(y), chord2 = reach * reach - dy * dy;
         if (chord2 < 0.0) return {};
@@ -166,24 +154,22 @@ class LargeDabAvx2<Depth>::Brush {
     void paintEnd(Pixel* pixels, const RowEnd& end, const Range& open) const {
         for (std::int32_t i = 0, x = end.columns.from; i < end.count; ++i, x += kLanes) {
             const std::int32_t count = std::min(end.columns.to - x + 1, kLanes);
-            __m256i paint = _mm256_and_si256(end.blocks[i].coverage, firstLanes(count));
+            __m256i cover = _mm256_and_si256(end.blocks[i].coverage, firstLanes(count));
             if (!open.empty()) {
-                paint = _mm256_andnot_si256(lanesBetween(open.from - x, open.to - x), paint);
+                cover = _mm256_andnot_si256(lanesBetween(open.from - x, open.to - x), cover);
             }
-            if (_mm256_testz_si256(paint, paint) != 0) continue;
-            paint = paintOf(paint);
+            if (!anyLane(cover)) continue;
             const bool room = x + kLanes <= canvas.width;
-            merge(pixels + x, count, room, paint, 1);
-            const __m256i again = _mm256_and_si256(paint, end.blocks[i].twice);
-            if (_mm256_testz_si256(again, again) == 0) merge(pixels + x, count, room, again, 1);
+            merge(pixels + x, count, room, cover);
+            const __m256i again = _mm256_and_si256(cover, end.blocks[i].twice);
+            if (anyLane(again)) merge(pixels + x, count, room, again);
         }
     }
 
     void paintInterior(Pixel* pixels, const Range& columns) const {
         for (std::int32_t x = columns.from; x <= columns.to; x += kLanes) {
             const std::int32_t count = std::min(columns.to - x + 1, kLanes);
-            merge(pixels + x, count, x + kLanes <= canvas.width,
-                  _mm256_and_si256(interior, firstLanes(count)), 1);
+            merge(pixels + x, count, x + kLanes <= canvas.width, interiorIn(firstLanes(count)));
         }
     }
 
@@ -192,9 +178,7 @@ class LargeDabAvx2<Depth>::Brush {
     const LargeDabShape& shape;
     const bool hollow;
     const std::int32_t wholeRows;
-    const Pixel& pen;
     const RowMerge<Depth> merge;
-    const __m256i interior;  // paint of eight pixels
 };
 
 // Neighbouring pixels of a row, looked at one by one.
@@ -229,7 +213,6 @@ void LargeDabAvx2<Depth>::paint(LineCanvas& canvas, const Pixel& pen, const Dab&
         setCoverageBlend(w, radius);
         coverageTable(w, coverage.data());
     }
-    if constexpr (!std::is_same_v<Depth, Depth8>) alphas.set(pen.alpha);
     const Brush brush(canvas, pen, *this, dab.hollow);
     const std::int32_t middle = shape.centre.yi, reach = truncToI32(radius) + 3;
     const std::int32_t top = std::max(middle - reach, 0);

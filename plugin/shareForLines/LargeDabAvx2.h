@@ -12,7 +12,6 @@
 #include <array>
 #include <cstdint>
 
-#include "shareForLines/AlphaByCoverage.h"
 #include "shareForLines/CoverageTable.h"
 #include "shareForLines/LargeDabShape.h"
 #include "shareForLines/LineCanvas.h"
@@ -38,7 +37,6 @@ class LargeDabAvx2 {
     LargeDabShape shape;
     double radius = 0;  // of the table; 0 before the first
     alignas(32) std::array<std::uint8_t, kCoverageColumns> coverage;
-    AlphaByCoverage<Depth> alphas{};
 };
 
 }  // namespace streakfall

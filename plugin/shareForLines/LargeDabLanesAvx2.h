@@ -1,7 +1,6 @@
 // What a large dab does to eight pixels of a row at once: LargeDabShape in vectors.
 #pragma once
 
-#include "shareForLines/AlphaByCoverage.h"
 #include "shareForLines/LargeDabShape.h"
 #include "shareForLines/VectorsAvx2.h"
 
@@ -53,7 +52,7 @@ inline __m256i inRange(const Range& range, std::int32_t x, __m256i iota) {
 }
 
 struct LanesOfDab {
-    __m256i coverage;  // 0 untouched, 256 interior, else the coverage of an edge pixel
+    __m256i coverage;  // 0 untouched, kInterior, else the coverage of an edge pixel
     __m256i twice;     // all ones where a flat and a steep arc both plot
 };
 
@@ -96,8 +95,8 @@ __attribute__((always_inline)) inline LanesOfDab coverLanes(const LargeDabShape&
     }
     LanesOfDab lanes;
     lanes.twice = twice;
-    lanes.coverage = _mm256_and_si256(_mm256_andnot_si256(plotted, inside),
-                                      _mm256_set1_epi32(AlphaByCoverage<Depth8>::kInterior));
+    lanes.coverage =
+        _mm256_and_si256(_mm256_andnot_si256(plotted, inside), _mm256_set1_epi32(kInterior));
     if (_mm256_testz_si256(plotted, plotted) == 0) {
         const __m256i edge =
             lookUp(halfTable(table), halfTable(table + 16), columnsOf(over, s, plotted));

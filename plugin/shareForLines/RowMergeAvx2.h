@@ -1,9 +1,6 @@
-// What the rows of a dab share: paint for eight pixels, merged once or more often.
+// Merges a dab's rows, eight pixels at a time.
 #pragma once
 
-#include <type_traits>
-
-#include "shareForLines/AlphaByCoverage.h"
 #include "shareForLines/EightPixelsAvx2.h"
 
 #pragma GCC push_options
@@ -11,47 +8,36 @@
 
 namespace streakfall::avx2 {
 
-// The paint of a pixel is its alpha in 8 bits, else its coverage, 256 inside of a dab. `room`:
-// the row goes on for eight pixels at least, so that whole vectors may be read and written back;
-// lanes without paint get what they had. (Masked stores are slow on some processors.)
+// `room`: the row goes on for eight pixels at least, so that whole vectors may be read and written
+// back; lanes without paint get what they had. (Masked stores are slow on some processors.)
 template <class Depth>
 struct RowMerge {
     using Pixel = typename Depth::Pixel;
 
-    RowMerge(const Pixel& pen, const AlphaByCoverage<Depth>&) : eight(pen) {}
+    explicit RowMerge(const Pixel& pen) : eight(pen) {}
 
+    // The first `count` pixels; of the others coverage is 0.
     __attribute__((always_inline)) void operator()(Pixel* pixels, std::int32_t count, bool room,
-                                                   __m256i paint, int times) const {
+                                                   __m256i coverage) const {
         if (room) [[likely]] {
-            mergeVector(pixels, paint, times);
+            mergeVector(pixels, coverage);
         } else {
-            atEdge(pixels, count, paint, times);
+            atEdge(pixels, count, coverage);
         }
     }
 
   private:
-    __attribute__((always_inline)) void mergeVector(Pixel* pixels, __m256i paint, int times) const {
-        const auto a = alphasOf(paint);
+    __attribute__((always_inline)) void mergeVector(Pixel* pixels, __m256i coverage) const {
         auto merged = eight.load(pixels);
-        bool changes = eight.merge(merged, a);
-        for (int i = 1; changes && i < times; ++i) changes = eight.merge(merged, a);
+        eight.merge(merged, eight.alphas(coverage));
         eight.store(pixels, merged);
     }
 
-    __attribute__((always_inline)) typename EightPixels<Depth>::Alphas alphasOf(
-        __m256i paint) const {
-        if constexpr (std::is_same_v<Depth, Depth8>) {
-            return paint;
-        } else {
-            return eight.alphas(paint);
-        }
-    }
-
-    __attribute__((noinline)) void atEdge(Pixel* pixels, std::int32_t count, __m256i paint,
-                                          int times) const {
+    __attribute__((noinline)) void atEdge(Pixel* pixels, std::int32_t count,
+                                          __m256i coverage) const {
         Pixel edge[kLanes] = {};
         std::copy_n(pixels, count, edge);
-        mergeVector(edge, paint, times);
+        mergeVector(edge, coverage);
         std::copy_n(edge, count, pixels);
     }
 

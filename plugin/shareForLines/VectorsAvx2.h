@@ -17,6 +17,9 @@ namespace streakfall::avx2 {
 
 inline constexpr std::int32_t kLanes = 8;
 
+// Stands for the coverage of a dab's interior, where the pen's alpha is its own.
+inline constexpr std::int32_t kInterior = 256;
+
 alignas(32) inline constexpr std::int32_t kWindow[24] = {0,  0,  0,  0,  0, 0, 0, 0, -1, -1, -1, -1,
                                                          -1, -1, -1, -1, 0, 0, 0, 0, 0,  0,  0,  0};
 

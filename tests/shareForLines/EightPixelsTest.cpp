@@ -20,17 +20,24 @@ constexpr int kCount = 8;
 #pragma GCC push_options
 #pragma GCC target("avx2")
 
-// The first `count` of a row's pixels, by coverage; the others have none.
+// Merges the first `count` of a row's pixels, by coverage, again as long as it says that this
+// could change one. The others have no coverage.
 template <class Depth>
 __attribute__((noinline)) void mergeRow(typename Depth::Pixel* row, int count,
                                         const typename Depth::Pixel& pen,
-                                        const AlphaByCoverage<Depth>& table,
                                         const std::int32_t* coverage, int times) {
-    __m256i paint = avx2::load(coverage);
-    if constexpr (std::is_same_v<Depth, Depth8>) {
-        paint = avx2::EightPixels<Depth8>(pen).alphas(paint);
+    if (count < kCount) {
+        const avx2::RowMerge<Depth> merge(pen);
+        for (int n = 0; n < times; ++n) merge(row, count, false, avx2::load(coverage));
+        return;
     }
-    avx2::RowMerge<Depth>{pen, table}(row, count, count == kCount, paint, times);
+    const avx2::EightPixels<Depth> eight(pen);
+    auto pixels = eight.load(row);
+    bool changes = true;
+    for (int n = 0; changes && n < times; ++n) {
+        changes = eight.merge(pixels, eight.alphas(avx2::load(coverage)));
+    }
+    eight.store(row, pixels);
 }
 
 #pragma GCC pop_options
@@ -97,21 +104,18 @@ class EightPixels : public ::testing::Test {
     // Merges both ways; true when the bits are equal. The pixel behind the row must stay.
     bool agree(const Pixel (&row)[kCount + 1], int count, const Pixel& pen,
                const std::int32_t (&coverage)[kCount], int times) {
-        table.set(pen.alpha);
         Pixel wanted[kCount + 1], got[kCount + 1];
         std::memcpy(wanted, row, sizeof row);
         std::memcpy(got, row, sizeof row);
         for (int i = 0; i < count; ++i) {
-            const auto a = table[static_cast<std::size_t>(coverage[i])];
-            for (int n = 0; n < times; ++n) {
-                if (coverage[i] > 0) mergePixel<Depth>(wanted[i], pen, a);
-            }
+            const auto a = coverage[i] == avx2::kInterior
+                               ? pen.alpha
+                               : Depth::coverAlpha(pen.alpha, coverage[i]);
+            for (int n = 0; n < times; ++n) mergePixel<Depth>(wanted[i], pen, a);
         }
-        mergeRow<Depth>(got, count, pen, table, coverage, times);
+        mergeRow<Depth>(got, count, pen, coverage, times);
         return std::memcmp(wanted, got, sizeof row) == 0;
     }
-
-    AlphaByCoverage<Depth> table;
 };
 TYPED_TEST_SUITE(EightPixels, Depths);
 
@@ -123,7 +127,7 @@ TYPED_TEST(EightPixels, AlphaOfEachCoverage) {
     for (int alpha = 1; alpha <= alphas; ++alpha) {
         const auto penAlpha =
             kFloat ? anyPenAlpha<TypeParam>() : static_cast<typename TypeParam::Channel>(alpha);
-        for (std::int32_t g = 1; g <= 256; g += kCount) {
+        for (std::int32_t g = 1; g <= avx2::kInterior; g += kCount) {
             const std::int32_t coverage[kCount] = {g,     g + 1, g + 2, g + 3,
                                                    g + 4, g + 5, g + 6, g + 7};
             ASSERT_TRUE(this->agree(row, kCount, {penAlpha, 1, 0, 1}, coverage, 1))
@@ -145,7 +149,9 @@ TYPED_TEST(EightPixels, RandomPixels) {
         }
         const int count = below(4) == 0 ? 1 + below(kCount) : kCount;
         for (int i = 0; i < kCount; ++i) {
-            coverage[i] = i >= count || below(3) == 0 ? 0 : below(4) == 0 ? 256 : below(257);
+            coverage[i] = i >= count || below(3) == 0 ? 0
+                          : below(4) == 0             ? avx2::kInterior
+                                                      : below(256);
         }
         ASSERT_TRUE(this->agree(row, count, pen, coverage, 1 + below(3))) << "round " << n;
     }
