@@ -9,19 +9,6 @@
 #include "shareForLines/LineTracer.h"
 
 namespace streakfall {
-namespace {
-
-// The part of a line, 0 to 1, along which the opacity factor is exactly 1.
-double partAtFullOpacity(const StrokeForm& stroke) {
-    const double from = stroke.startOpacity == 1.0 ? 0.0 : stroke.opacityCenter;
-    const double to = stroke.endOpacity == 1.0 ? 1.0 : stroke.opacityCenter;
-    return std::min(to, 1.0) - std::max(from, 0.0);
-}
-
-// The hollow dabs' first and last step, each up to a pixel inside that part.
-constexpr double kPartialSteps = 2.0;
-
-}  // namespace
 
 LineWalk::LineWalk(StrokeForm& form, const LineRecord& record)
     : stroke(form),
@@ -48,7 +35,6 @@ LineWalk::LineWalk(StrokeForm& form, const LineRecord& record)
     rIn = stroke.startThicknessRatio * half;
     rOut = stroke.endThicknessRatio * half;
     hollowLimit = std::max(0.0, 1.0 - thickness / length);
-    closesHollow = partAtFullOpacity(stroke) * length > thickness + kPartialSteps;
     stroke.inShape.cursor = stroke.outShape.cursor = 0;
     px = line.x0;
     py = line.y0;

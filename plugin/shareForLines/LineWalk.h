@@ -38,11 +38,6 @@ class LineWalk {
     double directionY() const { return uy; }
     bool hasDirection() const { return ux != 0.0 || uy != 0.0; }
 
-    // True when the pen keeps its own alpha for longer than the stroke is wide, so that a pixel
-    // in the first hollow dab's open middle is met by the rim of a later one. Else the line's
-    // start may show a middle of less alpha.
-    bool closesHollowDabs() const { return closesHollow; }
-
   private:
     static constexpr std::size_t kSteps = 32;  // at a time
 
@@ -59,12 +54,11 @@ class LineWalk {
     const LineRecord& line;
     double ux, uy;  // advance of a step
     double sinA = 0, cosA = 1;
-    double half;               // full radius
-    double rIn, rOut;          // radius at the thin ends of the ramps
-    double fIn = 0, fOut = 0;  // ramps as parts of the line
-    double dt;                 // advance of t in a step
-    double hollowLimit;        // t from which on every dab is solid
-    bool closesHollow;
+    double half;                   // full radius
+    double rIn, rOut;              // radius at the thin ends of the ramps
+    double fIn = 0, fOut = 0;      // ramps as parts of the line
+    double dt;                     // advance of t in a step
+    double hollowLimit;            // t from which on every dab is solid
     double t = 0, px = 0, py = 0;  // place along the line, 0 to 1, and its point
     bool done = false;
     bool first = true;
