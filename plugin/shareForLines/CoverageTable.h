@@ -6,6 +6,7 @@
 // below 1 fade with its radius.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "lines/Convert.h"
@@ -42,6 +43,9 @@ inline std::int32_t coverageInColumn(const CoverageBlend& weights, std::int32_t 
     const std::int32_t high = EdgeCoverageTable[weights.rowHigh][column];
     return (low * weights.weightLow + high * weights.weightHigh + 32768) >> 16;
 }
+
+// All coverages of a radius, by column.
+using CoverageByColumn = std::array<std::uint8_t, kCoverageColumns>;
 
 // The table column of signed distance d; a d beyond either end takes the end column.
 inline std::int32_t coverageColumn(double d) {

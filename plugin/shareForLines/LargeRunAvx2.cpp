@@ -42,14 +42,15 @@ struct LargeRunAvx2<Depth>::Block {
     alignas(32) std::int32_t coverage[RunOfDabs::kCapacity][kLanes];
     std::int32_t times[RunOfDabs::kCapacity];
 
-    LanesOfDab lanesOf(const LargeDabShape& shape, const std::uint8_t* table) const;
+    LanesOfDab lanesOf(const RunOfDabs::Entry& entry) const;
     void add(const LanesOfDab& dab, std::int32_t repeated);
     void mergeAll(Pixel* pixels, const Pixel& pen) const;
 };
 
 template <class Depth>
-inline LanesOfDab LargeRunAvx2<Depth>::Block::lanesOf(const LargeDabShape& shape,
-                                                      const std::uint8_t* table) const {
+inline LanesOfDab LargeRunAvx2<Depth>::Block::lanesOf(const RunOfDabs::Entry& entry) const {
+    const LargeDabShape& shape = entry.shape;
+    const std::uint8_t* table = entry.coverage;
     const double offset = std::fabs(y - shape.centre.yi - shape.centre.cy);
     if (offset > shape.flatRowsFrom()) return coverLanes<Arcs::kFlat>(shape, table, x, y);
     if (offset < shape.steepRowsTo()) return coverLanes<Arcs::kSteep>(shape, table, x, y);
@@ -115,9 +116,6 @@ void LargeRunAvx2<Depth>::prepare(const LineCanvas& canvas) {
     top = std::max(0, truncToI32(upper) - 3);
     bottom = std::min(canvas.height - 1, truncToI32(lower) + 3);
     canvasWidth = canvas.width;
-    CoverageBlend w;
-    setCoverageBlend(w, dabs.widest());
-    coverageTable(w, coverage.data());
     rows.prepare(dabs);
 }
 
@@ -165,7 +163,7 @@ void LargeRunAvx2<Depth>::paintBlock(LineCanvas& canvas, const Pixel& pen, const
         unsigned bits = touching(first, x, y, hollow);
         for (; bits != 0; bits &= bits - 1) {
             const RunOfDabs::Entry& e = dabs[first + std::countr_zero(bits)];
-            LanesOfDab lanes = block.lanesOf(e.shape, coverage.data());
+            LanesOfDab lanes = block.lanesOf(e);
             if (hollow == Hollow::kOpen && e.dab.hollow) {
                 const Range open = rowOf(first + std::countr_zero(bits), y).open;
                 lanes.coverage =
@@ -214,13 +212,12 @@ void LargeRunAvx2<Depth>::paintRow(LineCanvas& canvas, const Pixel& pen, std::in
     const RunRow row = rows.row(y);
     const std::int32_t from = std::max(row.reach.from, 0);
     const std::int32_t to = std::min(row.reach.to, canvas.width - 1);
-    if (row.core.empty()) {
-        // Too narrow to tell what is painted by whom.
-        paintBlocks(canvas, pen, {from, to}, y, Hollow::kOpen);
-        return;
-    }
     const auto rimHollow = [](bool unsure) { return unsure ? Hollow::kOpen : Hollow::kPainted; };
     const bool any = !row.unsure.empty();
+    if (row.core.empty()) {
+        paintBlocks(canvas, pen, {from, to}, y, rimHollow(any));
+        return;
+    }
     paintBlocks(canvas, pen, {from, std::min(row.core.from - 1, to)}, y,
                 rimHollow(any && row.unsure.from < row.core.from));
     paintBlocks(canvas, pen, {std::max(row.core.to + 1, from), to}, y,

@@ -19,7 +19,6 @@
 #include <cstdint>
 
 #include "shareForLines/ColumnSet.h"
-#include "shareForLines/CoverageTable.h"
 #include "shareForLines/LargeDabAvx2.h"
 #include "shareForLines/LineCanvas.h"
 #include "shareForLines/RunOfDabs.h"
@@ -32,13 +31,10 @@ class LargeRunAvx2 {
   public:
     using Pixel = typename Depth::Pixel;
 
-    // From this radius on all dabs share one coverage table.
-    static constexpr double kMinRadius = kCoverageRows - 1;
-
     // Direction of the line, a unit vector.
     LargeRunAvx2(double directionX, double directionY) : dabs(directionX, directionY) {}
 
-    // Takes a dab, of kMinRadius at least, that touches the canvas. False when it cannot go into
+    // Takes a large dab that touches the canvas. False when it cannot go into
     // this run: flush and try again; if it is refused by an empty run, paint it by itself.
     bool add(const Dab& dab) { return dabs.add(dab); }
 
@@ -82,7 +78,6 @@ class LargeRunAvx2 {
     static constexpr std::size_t kRoom = RunOfDabs::kCapacity + 8;
     alignas(32) std::array<float, kRoom> middleX, middleY, touch2, inside2, openRows;
     std::array<DabRow, RunOfDabs::kCapacity> dabRows;  // the row looked at last
-    alignas(32) std::array<std::uint8_t, kCoverageColumns> coverage;
 };
 
 }  // namespace streakfall

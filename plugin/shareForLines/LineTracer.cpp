@@ -9,9 +9,6 @@
 namespace streakfall {
 namespace {
 
-// Smaller dabs are cheaper one by one than as a run.
-constexpr double kRunRadius = 12.0;
-
 // Paints the dabs of one line in walk order, each by the fastest way that leaves the same bits.
 template <class Depth>
 class LinePainter {
@@ -56,7 +53,7 @@ class LinePainter {
     }
 
     void paintLarge(const Dab& dab) {
-        if (straight && pen.alpha > 0 && dab.radius >= kRunRadius) {
+        if (straight && pen.alpha > 0) {
             if (run.add(dab)) return;
             flushRun();
             if (run.add(dab)) return;

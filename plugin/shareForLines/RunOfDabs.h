@@ -1,11 +1,12 @@
 // RunOfDabs: large dabs one after the other along a straight line, at most about a pixel apart.
 //
-// Owner: the run's painter; about 80 KiB, used again by the next run of the line.
+// Owner: the run's painter; about 100 KiB, used again by the next run of the line.
 #pragma once
 
 #include <array>
 #include <cstdint>
 
+#include "shareForLines/CoverageTable.h"
 #include "shareForLines/LargeDabShape.h"
 #include "shareForLines/LineWalk.h"
 #include "shareForLines/Range.h"
@@ -21,7 +22,8 @@ class RunOfDabs {
     struct Entry {
         LargeDabShape shape;
         Dab dab;
-        std::int32_t times;  // dabs in a row with the same effect
+        std::int32_t times;            // dabs in a row with the same effect
+        const std::uint8_t* coverage;  // by column
     };
 
     // Direction of the line, a unit vector.
@@ -58,6 +60,8 @@ class RunOfDabs {
     static constexpr double kReach = 1.2;
 
     bool goesOn(const Dab& dab, const Entry& before) const;
+    static bool sameCoverage(double a, double b);
+    const std::uint8_t* newTable(double radius);
     void countSteps(const Dab& dab);
 
     double ux, uy;
@@ -65,6 +69,8 @@ class RunOfDabs {
     double largest = 0, smallest = 0;
     bool anyHollow = false;
     std::array<Entry, kCapacity> entries;
+    alignas(32) std::array<CoverageByColumn, kCapacity> tables;
+    std::int32_t tableCount = 0;
     // First dab at each whole step along the line.
     std::array<std::int16_t, kCapacity + 2> firstAtStep;
     std::int32_t steps = 0;

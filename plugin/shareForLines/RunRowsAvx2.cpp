@@ -51,6 +51,18 @@ struct Union {
 
 }  // namespace
 
+// Half the width of a row, squared, from which on its ends are slow.
+float RunRowsAvx2::slowFrom2(const RunOfDabs& run, double r, double growth) {
+    const double ux = std::fabs(run.directionX()), uy = std::fabs(run.directionY());
+    // No hollow row is farther off the middle, and none narrower.
+    const double offset = r - 2.0, half = std::sqrt(4.0 * r - 4.0);
+    const double moves = ux + (uy * offset + growth * r) / half + (1.0 + offset / half) / 16.0;
+    if (moves <= kFarthestEnd) return 1.0f;
+    const double room = kFarthestEnd - ux - 1.0 / 16.0;
+    const double slow = run.widest() * (uy + growth + 1.0 / 16.0) / room;
+    return static_cast<float>(slow * slow + 1.0);
+}
+
 // reach, growth: largest radius, and of its changes, between the samples before and behind.
 void RunRowsAvx2::addSample(const RunOfDabs& run, std::int32_t k, double reach, double growth) {
     const RunOfDabs::Entry& e = run[k];
@@ -58,15 +70,13 @@ void RunRowsAvx2::addSample(const RunOfDabs& run, std::int32_t k, double reach, 
     const double spread = stride * RunOfDabs::kMaxStep;
     // A point between two samples is nearer to one of them than this.
     const double outer = reach + kReach + spread * spread / (8.0 * reach);
-    const double room = kFarthestEnd - std::fabs(run.directionX()) - 1.0 / 16.0;
-    const double slow = run.widest() * (std::fabs(run.directionY()) + growth + 1.0 / 16.0) / room;
     const auto i = static_cast<std::size_t>(count++);
     middleX[i] = static_cast<float>(e.shape.centre.xi + e.shape.centre.cx);
     middleY[i] = static_cast<float>(e.shape.centre.yi + e.shape.centre.cy);
     core2[i] = static_cast<float>(inner * inner);
     reach2[i] = static_cast<float>(outer * outer + 1.0);
     circle2[i] = static_cast<float>(r * r);
-    slow2[i] = static_cast<float>(slow * slow + 1.0);
+    slow2[i] = slowFrom2(run, r, growth);
     solidCore2[i] = e.dab.hollow ? kNever : core2[i];
 }
 
@@ -129,7 +139,7 @@ RunRow RunRowsAvx2::row(std::int32_t y) const {
         lastSlow = n + 31 - std::countl_zero(slow);
     }
     RunRow parts{core.inward(), reach.outward(), {}};
-    if (!hollow || parts.core.empty()) return parts;
+    if (!hollow) return parts;
     parts.unsure = parts.reach;
     if (firstSlow >= 0) {
         // Both samples' rows, and what rounding and quantised centres may add.

@@ -13,7 +13,8 @@
 //   |ux| + (|uy| |d| + growth r) / c + (1 + |d| / c) / 16
 //
 // with d the row's distance from the middle, c half its width and growth that of the radius; the
-// last part is for quantised centres. Where c is large enough the row is slow. Of the pixels
+// last part is for quantised centres. Where c is large enough the row is slow, and so are rows at
+// the top and bottom, which are painted whole. Of the pixels
 // inside some dab, unsure are only those that the first and the last slow sample both hold inside:
 // every other one is entered or left by a slow end. (An end moves fast only while the row grows
 // at its begin or shrinks at its end, outward or inward at both sides.) Dabs that are not hollow
@@ -46,6 +47,7 @@ class RunRowsAvx2 {
     static constexpr std::int32_t kMaxSamples = RunOfDabs::kCapacity / kLeastStride + 2;
     using Samples = std::array<float, kMaxSamples + 8>;
 
+    static float slowFrom2(const RunOfDabs& run, double r, double growth);
     void addSample(const RunOfDabs& run, std::int32_t k, double reach, double growth);
 
     const RunOfDabs* dabs = nullptr;
