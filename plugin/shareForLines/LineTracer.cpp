@@ -1,5 +1,7 @@
 #include "shareForLines/LineTracer.h"
 
+#include <algorithm>
+
 #include "shareForLines/DabPainter.h"
 #include "shareForLines/InstructionSet.h"
 #include "shareForLines/LargeRunAvx2.h"
@@ -8,6 +10,8 @@
 
 namespace streakfall {
 namespace {
+
+constexpr double kEdge = 2.0;  // pixels inside the circle from where on a dab is solid
 
 // Paints the dabs of one line in walk order, each by the fastest way that leaves the same bits.
 template <class Depth>
@@ -21,21 +25,16 @@ class LinePainter {
           straight(wide && !stroke.waveEnabled && walk.hasDirection()),
           run(walk.directionX(), walk.directionY()) {}
 
-    // The dab touches the canvas.
-    void paint(const Dab& dab) {
+    // The dab touches the canvas. False when no later dab of the line can change a pixel.
+    bool paint(const Dab& dab) {
         setFactor(dab.factor);
-        if (pen.alpha == 0) return;
-        if (dab.radius >= kLargeRadius) {
-            small.flush(canvas, pen);
-            paintLarge(dab);
-            return;
+        if (pen.alpha == 0) return true;
+        if (pen.alpha == Depth::kWhite && !dab.hollow && coversCanvas(dab)) {
+            fillCanvas();
+            return false;
         }
-        flushRun();
-        if (wide) {
-            small.paint(canvas, pen, dab);
-        } else {
-            paintDab<Depth>(canvas, pen, dab);
-        }
+        paintOne(dab);
+        return true;
     }
 
     void flush() {
@@ -50,6 +49,35 @@ class LinePainter {
         if (alpha != pen.alpha) flush();
         pen.alpha = alpha;
         factor = f;
+    }
+
+    // Inside the dab by more than its edge and the quantised centre may take.
+    bool coversCanvas(const Dab& dab) const {
+        const double dx = std::max(dab.x, canvas.width - 1 - dab.x);
+        const double dy = std::max(dab.y, canvas.height - 1 - dab.y);
+        const double inside = dab.radius - kEdge;
+        return inside > 0.0 && dx * dx + dy * dy < inside * inside;
+    }
+
+    // White over whatever there was. Dabs held back are not missed.
+    void fillCanvas() {
+        for (std::int32_t y = 0; y < canvas.height; ++y) {
+            std::fill_n(canvas.row<Depth>(y), canvas.width, pen);
+        }
+    }
+
+    void paintOne(const Dab& dab) {
+        if (dab.radius >= kLargeRadius) {
+            small.flush(canvas, pen);
+            paintLarge(dab);
+            return;
+        }
+        flushRun();
+        if (wide) {
+            small.paint(canvas, pen, dab);
+        } else {
+            paintDab<Depth>(canvas, pen, dab);
+        }
     }
 
     void paintLarge(const Dab& dab) {
@@ -90,7 +118,7 @@ void traceLine(Stroke<Depth>& stroke, LineCanvas& canvas, const LineRecord& line
     LinePainter<Depth> painter(canvas, stroke, walk);
     Dab dab;
     while (walk.next(dab)) {
-        if (touchesCanvas(canvas, dab)) painter.paint(dab);
+        if (touchesCanvas(canvas, dab) && !painter.paint(dab)) return;
     }
     painter.flush();
 }
