@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <optional>
@@ -97,10 +98,9 @@ bool replaceFile(const std::string& path, std::string_view text, mode_t mode) {
 
 // Behind a symbolic link stands the file that is meant.
 std::string resolved(const char* path) {
-    char* real = ::realpath(path, nullptr);
-    std::string result = real != nullptr ? real : path;
-    std::free(real);
-    return result;
+    // On the stack, where nothing is lost when the module's memory is at its end.
+    char real[PATH_MAX];
+    return ::realpath(path, real) != nullptr ? real : path;
 }
 
 // Renaming and removing ask the folder, not the file; a file marked read-only is to be kept.
