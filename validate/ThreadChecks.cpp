@@ -1,4 +1,5 @@
 // Several threads in the one module at once.
+#include <algorithm>
 #include <atomic>
 #include <barrier>
 #include <thread>
@@ -144,12 +145,84 @@ void firstCallAtOnce(const Subject& subject, Report& report) {
     }
 }
 
+// One thread's work: a host that starts, makes its value the default and stops, again and again.
+struct Starter {
+    explicit Starter(Module& module, Report& report)
+        : folder(report), host(module, folder.offer()) {}
+
+    // The first number in the panel.
+    const ParamInfo* number() const {
+        const auto& params = host.params();
+        const auto found = std::ranges::find(params, PF_Param_FLOAT_SLIDER, &ParamInfo::type);
+        return found == params.end() ? nullptr : &*found;
+    }
+
+    void live(double value) {
+        if (const PF_Err code = host.start()) throw EffectError("the start", code);
+        Instance instance(host, kSmallLayer);
+        if (const ParamInfo* const param = number()) {
+            opened.push_back(param->defaultValue.part[0]);
+            instance.storeValue(param->id, Value::number(value));
+            stored.push_back(value);
+        }
+        if (host.global().outFlags & PF_OutFlag_I_DO_DIALOG) {
+            host.dialog().answer = kStandinDialogFirstButton;
+            instance.openDialog();
+        }
+        instance.setDown();
+        host.stop();
+    }
+
+    OwnFolder folder;
+    Host host;
+    std::vector<double> stored, opened;
+    std::string fault;
+};
+
+void startsAtOnce(const Subject& subject, Report& report) {
+    constexpr int kLives = 20;
+    Play keeper(subject, report);  // the effect is not set down meanwhile
+    std::vector<std::unique_ptr<Starter>> starters;
+    for (int i = 0; i < kThreads; ++i) {
+        starters.push_back(std::make_unique<Starter>(keeper.host().module(), report));
+    }
+    std::barrier turn(kThreads);
+    std::vector<std::thread> threads;
+    for (int i = 0; i < kThreads; ++i) {
+        threads.emplace_back([&, i] {
+            for (int life = 0; life < kLives; ++life) {
+                turn.arrive_and_wait();
+                try {
+                    starters[i]->live(0.5 * (life * kThreads + i));
+                } catch (const EffectError& error) {
+                    starters[i]->fault = error.what();
+                }
+            }
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+
+    const bool remembers = keeper.host().global().outFlags & PF_OutFlag_I_DO_DIALOG;
+    for (const auto& starter : starters) {
+        report.expectNone(starter->fault);
+        for (std::size_t life = 1; remembers && life < starter->opened.size(); ++life) {
+            report.at(text("life ", life));
+            report.expectSame(starter->opened[life], starter->stored[life - 1], "the default");
+        }
+        reportViolations(starter->host, report);
+        report.expectNone(starter->host.ledger().unbalanced());
+    }
+    report.at("");
+    keeper.end();
+}
+
 }  // namespace
 
 std::span<const Check> threadChecks() {
     static constexpr Check kChecks[] = {
         {"threads.first_call", 9, 60, "Several threads may make the first call at once",
          firstCallAtOnce},
+        {"threads.starts", 9, 60, "Hosts may start, store defaults and stop at once", startsAtOnce},
         {"threads.frames", 9, 60, "Frames drawn at once are those drawn in turn", framesAtOnce},
     };
     return kChecks;

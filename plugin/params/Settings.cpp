@@ -1,6 +1,5 @@
 #include "params/Settings.h"
 
-#include <cstdio>
 #include <string_view>
 
 #include "params/Numbers.h"
@@ -9,14 +8,19 @@
 
 namespace streakfall {
 
-constinit char settingsSection[128] = {};
+namespace {
 
-void useSettingsSection() {
-    std::snprintf(settingsSection, sizeof settingsSection, "Version=%d.%d", kVersionMajor,
-                  kVersionMinor);
-}
+static_assert(kVersionMajor < 10 && kVersionMinor < 10, "the text has one digit for each");
+constexpr char kVersionSection[] = {
+    'V', 'e', 'r', 's', 'i', 'o', 'n', '=', '0' + kVersionMajor, '.', '0' + kVersionMinor, '\0'};
 
-void dropSettingsSection() { settingsSection[0] = '\0'; }
+}  // namespace
+
+constinit std::atomic<const char*> settingsSection{""};
+
+void useSettingsSection() { settingsSection = kVersionSection; }
+
+void dropSettingsSection() { settingsSection = ""; }
 
 std::string settingsPath(const PF_InData* inData) {
     // One more than the host may fill, so that the text ends whatever it does.

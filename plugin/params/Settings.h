@@ -1,10 +1,10 @@
 // The settings file: where it is, and the values that the user made the defaults.
 //
 // It lies beside the module's own file and has one section a version, "[Version=1.5]", with a line
-// for each value in host order. The dialog writes it, the adding of the parameters reads it; both
-// on the host's calling thread.
+// for each value in host order. The dialog writes it, the adding of the parameters reads it.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <string>
 
@@ -13,8 +13,8 @@
 namespace streakfall {
 
 // The section of this version, or empty when the settings file is not to be used. Process-wide;
-// set each time the parameters are added to a host.
-extern char settingsSection[128];
+// set each time the parameters are added to a host, which hosts may do at once. Static text.
+extern std::atomic<const char*> settingsSection;
 
 void useSettingsSection();
 void dropSettingsSection();

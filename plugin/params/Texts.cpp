@@ -51,9 +51,6 @@ constexpr std::uint32_t capital(char c) {
     return static_cast<unsigned char>(upper);
 }
 
-std::uint32_t languageCode = 0;
-bool commandLineParsed = false;
-
 }  // namespace
 
 std::uint32_t parseLanguageCode(std::string_view text) {
@@ -85,10 +82,8 @@ bool isEnglish(std::uint32_t code, unsigned codePage) {
 }
 
 bool useEnglish() {
-    if (!commandLineParsed) {
-        commandLineParsed = true;
-        languageCode = parseLanguageCode(platform::commandLine());
-    }
+    // Hosts on several threads may ask first.
+    static const std::uint32_t languageCode = parseLanguageCode(platform::commandLine());
     return isEnglish(languageCode, platform::codePage());
 }
 

@@ -2,8 +2,7 @@
 // that picks the language.
 //
 // Japanese stands in Shift-JIS, code page 932, as the dialog's texts go through the system's
-// narrow functions. The command line is read at the first question in a process; all questions come
-// on the host's calling thread.
+// narrow functions. The command line is read at the first question in a process.
 #pragma once
 
 #include <cstdint>

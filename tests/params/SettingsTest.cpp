@@ -139,7 +139,7 @@ TEST_F(Settings, AnOldHostUsesNothingOfTheFile) {
     host.modulePath = folder.file("Q_Streakfall.so");
     ASSERT_EQ(paramsSetup(&host.in, &host.out), PF_Err_NONE);
     EXPECT_EQ(host.param(11).u.fs_d.value, 5);
-    EXPECT_STREQ(settingsSection, "");
+    EXPECT_STREQ(settingsSection.load(), "");
 
     host.answer = kStandinDialogSecondButton;  // is greyed
     DoDialog(&host.in, host.params());
