@@ -18,6 +18,13 @@
 #include <sanitizer/lsan_interface.h>
 #endif
 
+#ifdef __SANITIZE_THREAD__
+// A race ends the process at once: what it would say at its end is lost with the exit handlers.
+extern "C" __attribute__((visibility("default"))) const char* __tsan_default_options() {
+    return "halt_on_error=1";
+}
+#endif
+
 namespace validate {
 namespace {
 

@@ -57,7 +57,7 @@ TEST_F(CommandsTest, EveryLifeIsTheFirst) {
 }
 
 // As many hosts as threads play the one module at once; every frame comes out as it does alone.
-TEST_F(CommandsTest, FramesAtOnceAreTheFramesInTurn) {
+TEST_F(CommandsTest, FramesOfSeveralThreadsAreTheFramesInTurn) {
     const char* const names[] = {"03", "07", "09", "17"};
     play();
     std::vector<std::unique_ptr<Host>> hosts;

@@ -152,7 +152,7 @@ TEST_F(ProfileFile, ALinkAndTheFilesRightsStay) {
 }
 
 // A reader beside a writer sees the old file or the new one, never an empty or half one.
-TEST_F(ProfileFile, AWriteIsWholeForAReader) {
+TEST_F(ProfileFile, AWriteIsWholeForAnotherThread) {
     const std::string ballast(200000, '7');
     ASSERT_TRUE(platform::writeProfileString("Other", "x", ballast.c_str(), path.c_str()));
     ASSERT_TRUE(write("1"));

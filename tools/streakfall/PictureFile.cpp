@@ -18,6 +18,14 @@
 #include "SafeFile.h"
 #include "Text.h"
 
+#ifdef __SANITIZE_THREAD__
+// The picture library's own threads hand over their work out of the sanitizer's sight, since the
+// library is built without it.
+extern "C" __attribute__((visibility("default"))) const char* __tsan_default_suppressions() {
+    return "race:libOpenImageIO\n";
+}
+#endif
+
 namespace tool {
 
 namespace {
