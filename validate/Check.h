@@ -12,6 +12,7 @@ class Report;
 struct Subject {
     std::string modulePath;
     std::uint32_t seed = 1;  // of everything random in the checks
+    int soakFrames = 20000;  // of the long run
     // Multiplies the time limits; the usual one makes up for builds with internal checks or
     // sanitizers.
     double patience = kUsualPatience;

@@ -10,7 +10,7 @@ std::vector<Check> collect() {
     std::vector<Check> all;
     for (const auto& list : {lifeChecks(), paramChecks(), commandChecks(), sequenceChecks(),
                              settingsChecks(), frameChecks(), worldChecks(), valueChecks(),
-                             faultChecks(), walkChecks(), threadChecks()}) {
+                             faultChecks(), walkChecks(), threadChecks(), soakChecks()}) {
         all.insert(all.end(), list.begin(), list.end());
     }
     std::ranges::stable_sort(all, {}, &Check::level);

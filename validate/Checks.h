@@ -18,5 +18,6 @@ std::span<const Check> valueChecks();
 std::span<const Check> faultChecks();
 std::span<const Check> walkChecks();
 std::span<const Check> threadChecks();
+std::span<const Check> soakChecks();
 
 }  // namespace validate

@@ -43,10 +43,11 @@ constexpr Catch kCatches[] = {
     {"LoopsOnValues", "values.edges", "\"Thickness\" at ", 0.03},
     {"PlansTooMuch", "worlds.parts", "the result is larger than what was asked for"},
     {"LosesSequence", "sequence.cycles", "handle: "},
+    {"GrowsMemory", "soak.short", "memory has grown by "},
 };
 
 Subject subjectOf(const std::string& stub) {
-    return {.modulePath = std::string(STREAKFALL_STUBS) + "/" + stub + ".so"};
+    return {.modulePath = std::string(STREAKFALL_STUBS) + "/" + stub + ".so", .soakFrames = 1000};
 }
 
 const Check& checkNamed(const std::string& name) {

@@ -135,6 +135,10 @@ void addValidateCommand(CLI::App& program, int& result) {
     command->add_option("--seed", options->subject.seed, "Seed of everything random")
         ->type_name("N")
         ->capture_default_str();
+    command->add_option("--frames", options->subject.soakFrames, "Frames of \"soak.long\"")
+        ->type_name("N")
+        ->check(CLI::PositiveNumber)
+        ->capture_default_str();
     command
         ->add_option("--patience", options->subject.patience,
                      "Multiplies the time limits, for slow builds")
