@@ -15,13 +15,42 @@ using namespace standin;
 
 // What is drawn here counts less than that something comes back, soon.
 constexpr double kSecondsOfASmallFrame = 5;
+// Far past the ranges a frame may be slow, or too much for the memory; but it can be cancelled.
+constexpr double kSecondsToCancel = 30;
+constexpr PF_Err kNoMemory = 512;
 
-void renderInTime(Play& play, const FrameRequest& request, const Subject& subject, Report& report,
+void expectInTime(const FrameResult& result, double seconds, const Subject& subject,
+                  Report& report) {
+    report.expect(result.renderSeconds < seconds * subject.patience,
+                  text("the frame takes ", result.renderSeconds, " seconds"));
+}
+
+void renderInTime(Play& play, FrameRequest request, const Subject& subject, Report& report,
                   double& slowest) {
     const FrameResult result = play.render(request);
     report.expectSame<PF_Err>(result.code, 0, "the code");
-    report.expect(result.renderSeconds < kSecondsOfASmallFrame * subject.patience,
-                  text("the frame takes ", result.renderSeconds, " seconds"));
+    expectInTime(result, kSecondsOfASmallFrame, subject, report);
+    play.expectTidy();
+    slowest = std::max(slowest, result.renderSeconds);
+}
+
+void renderOrCancel(Play& play, FrameRequest request, const Subject& subject, Report& report,
+                    double& slowest) {
+    using Clock = std::chrono::steady_clock;
+    const auto start = Clock::now();
+    const std::chrono::duration<double> enough(kSecondsOfASmallFrame * subject.patience);
+    bool cancelled = false;
+    request.onProgress = [&](A_long, A_long) {
+        cancelled = Clock::now() - start > enough;
+        return cancelled;
+    };
+    const FrameResult result = play.render(request);
+    play.host().clearCancel();
+    if (!cancelled) {
+        report.expect(result.code == 0 || result.code == kNoMemory,
+                      text("the code is ", result.code));
+    }
+    expectInTime(result, kSecondsToCancel, subject, report);
     play.expectTidy();
     slowest = std::max(slowest, result.renderSeconds);
 }
@@ -30,6 +59,7 @@ void randomFrames(const Subject& subject, Report& report, int rounds, Reach reac
     Play play(subject, report);
     Random random(subject.seed);
     double slowest = 0;
+    const auto render = reach == Reach::past ? &renderOrCancel : &renderInTime;
     for (int round = 0; round < rounds; ++round) {
         storeRandomValues(play.instance(), random, reach);
         report.at(text("seed ", subject.seed, " round ", round, " (",
@@ -37,7 +67,7 @@ void randomFrames(const Subject& subject, Report& report, int rounds, Reach reac
         FrameRequest request = frameOf(random.oneOf(std::span<const Way>(kWays)),
                                        random.between(1, 60), random.between(1, 60));
         request.currentTime = random.between(-10, 1000);
-        renderInTime(play, request, subject, report, slowest);
+        render(play, request, subject, report, slowest);
     }
     report.at("");
     report.note(text(rounds, " frames, the slowest ", slowest * 1000, " ms"));
@@ -103,8 +133,8 @@ std::span<const Check> valueChecks() {
     static constexpr Check kChecks[] = {
         {"values.inside", 5, 60, "Random values inside the ranges give frames", insideRanges},
         {"values.edges", 5, 60, "Each value at its ends, far past them and as no number", edges},
-        {"values.past", 6, 90, "Random values, also far past the ranges, give frames in time",
-         pastRanges},
+        {"values.past", 6, 90,
+         "Random values, also far past the ranges, give frames or are cancelled", pastRanges},
         {"values.past_long", 10, 900, "The same for thousands of frames", pastRangesLong},
     };
     return kChecks;

@@ -115,6 +115,7 @@ template <class Depth>
 void traceLine(Stroke<Depth>& stroke, LineCanvas& canvas, const LineRecord& line) {
     if (!(stroke.thickness > 0.0) || stroke.pen.alpha == 0 || canvas.world == nullptr) return;
     LineWalk walk(stroke, line);
+    walk.keepTo(canvas);
     LinePainter<Depth> painter(canvas, stroke, walk);
     Dab dab;
     while (walk.next(dab)) {

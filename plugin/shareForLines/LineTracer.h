@@ -9,7 +9,7 @@ namespace streakfall {
 
 // Bounds that no value inside the sliders' ranges meets: a line longer than this many pixels is
 // not drawn, one thicker is drawn at this thickness.
-inline constexpr double kMaxLineLength = 1048576.0;
+inline constexpr double kMaxLineLength = 131072.0;
 inline constexpr double kMaxThickness = 4096.0;
 // Likewise a gap that the wave tears between two steps is bridged up to this many pixels; the
 // tallest wave on its shortest length moves the pen by less than half of it.

@@ -96,12 +96,21 @@ inline bool LineWalk::step(Dab& dab) {
     return paints;
 }
 
+// False when all dabs from `previous` to `current` miss the canvas, however they are rounded.
+bool LineWalk::comesNear() const {
+    const double reach = std::max(previous.radius, current.radius) + 2.0;
+    return !(std::max(previous.x, current.x) < -reach ||
+             std::min(previous.x, current.x) > width + reach ||
+             std::max(previous.y, current.y) < -reach ||
+             std::min(previous.y, current.y) > height + reach);
+}
+
 // Makes ready the in-between dabs on the way from `previous` to `current`. Where the step is over
 // a pixel by rounding alone there is just one.
 void LineWalk::startBridge() {
     const double ex = current.x - previous.x, ey = current.y - previous.y;
     const double distance = std::sqrt(ex * ex + ey * ey);
-    if (first || !(distance > 1.0 && distance <= kMaxBridge)) return;
+    if (first || !(distance > 1.0 && distance <= kMaxBridge) || !comesNear()) return;
     bridgeX = ex / distance;
     bridgeY = ey / distance;
     bridgeR = (current.radius - previous.radius) / distance;

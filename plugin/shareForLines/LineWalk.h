@@ -7,9 +7,11 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <cstddef>
 
 #include "lines/LineRecord.h"
+#include "shareForLines/LineCanvas.h"
 #include "shareForLines/Stroke.h"
 
 namespace streakfall {
@@ -26,6 +28,12 @@ class LineWalk {
   public:
     // stroke.thickness above 0. A line too long to be drawn gives no dab.
     LineWalk(StrokeForm& stroke, const LineRecord& line);
+
+    // Leaves out the in-between dabs of steps that do not come near the canvas.
+    void keepTo(const LineCanvas& canvas) {
+        width = canvas.width;
+        height = canvas.height;
+    }
 
     // The next dab in walk order; false at the end.
     bool next(Dab& dab) {
@@ -45,6 +53,7 @@ class LineWalk {
     bool step(Dab& dab);
     std::size_t straightDabs();
     bool nextDab(Dab& dab);
+    bool comesNear() const;
     void startBridge();
     bool bridge();
     double radiusAt();
@@ -66,6 +75,7 @@ class LineWalk {
     Dab previous{};  // last painted step, moved along by the bridge
     Dab current{};   // the step being bridged to
     double bridgeX = 0, bridgeY = 0, bridgeR = 0, bridgeF = 0;  // advance of an in-between dab
+    double width = HUGE_VAL, height = HUGE_VAL;                 // of the canvas, pixels
     double bridgeAt = 1, bridgeEnd = 0;                         // no bridge while the end is 0
     std::size_t taken = 0, ready = 0;
     std::array<Dab, 2 * kSteps> dabs;  // in walk order, `ready` of them
