@@ -38,7 +38,7 @@ class LineField {
     // Bound on prototypes drawn plus slots visited in one frame. Only rows whose pitch is a
     // fraction of a pixel, or sizes far beyond the sliders, come near it; the rows behind it are
     // left out.
-    static constexpr std::int64_t kMaxSlotWork = std::int64_t{1} << 26;
+    static constexpr std::int64_t kMaxSlotWork = std::int64_t{1} << 24;
 
     // margin: how far a line may lie outside the frame and still reach it, pixels.
     // scale: render scale, 1 at full size.
