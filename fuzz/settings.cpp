@@ -1,5 +1,7 @@
 // A settings file of any text: the effect's start with it, the storing over it, and the command
 // line's reading of it.
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 
@@ -49,6 +51,14 @@ std::vector<Value> defaults(Host& host) {
     return values;
 }
 
+// A number is stored with six decimals.
+bool storedAlike(const Value& a, const Value& b) {
+    constexpr double kHalfADecimal = 0.5000001e-6;
+    return std::ranges::equal(a.part, b.part, [](double x, double y) {
+        return x == y || std::fabs(x - y) <= kHalfADecimal;
+    });
+}
+
 void startAndStore(std::string_view text) {
     static const std::size_t count = stage().host().params().size();
     folder().writeSettings(std::string(text));
@@ -63,7 +73,8 @@ void startAndStore(std::string_view text) {
     }
     const std::vector<Value> before = defaults(stage().host());
     stage().restart();
-    expect(defaults(stage().host()) == before, "defaults that were stored come back otherwise");
+    expect(std::ranges::equal(defaults(stage().host()), before, storedAlike),
+           "defaults that were stored come back otherwise");
 }
 
 void readAsArguments(std::string_view text) {
