@@ -87,7 +87,7 @@ class LargeDabAvx2<Depth>::Brush {
     // Columns of the canvas within `reach` of the centre, in row y.
     Range columnsWithin(double reach, std::int32_t y) const {
         const double dy = offset(y), chord2 = reach * reach - dy * dy;
-        if (chord2 < 0.0) return {};
+        if (chord2 < 0.0) return kNone;
         const double chord = std::sqrt(chord2), middle = shape.centre.xi + shape.centre.cx;
         return {std::max(truncToI32(std::ceil(middle - chord)), 0),
                 std::min(truncToI32(std::floor(middle + chord)), canvas.width - 1)};
@@ -98,7 +98,7 @@ class LargeDabAvx2<Depth>::Brush {
         const Range row = columnsWithin(shape.radius + kReach, y);
         if (row.empty()) return;
         const Range core =
-            shape.radius < kSteepRadius ? Range{} : columnsWithin(shape.radius - kCoreInset, y);
+            shape.radius < kSteepRadius ? kNone : columnsWithin(shape.radius - kCoreInset, y);
         // The ends, in whole blocks; without a core between them the left end is all of the row.
         const auto blocks = [](std::int32_t n) { return (n + kLanes - 1) / kLanes * kLanes; };
         Range left{row.from, row.from + blocks(core.from - row.from) - 1};
@@ -119,7 +119,7 @@ class LargeDabAvx2<Depth>::Brush {
             if (inner.empty()) inner.from = rightEnd.interior.from;
             inner.to = rightEnd.interior.to;
         }
-        Range open;
+        Range open = kNone;
         if (hollow && !inner.empty() && !fillsWholeRow(inner.from, inner.to, rowDepth(y))) {
             open = {inner.from + kHollowRim, inner.to - kHollowRim};
         }
@@ -185,7 +185,7 @@ class LargeDabAvx2<Depth>::Brush {
 template <class Depth>
 struct LargeDabAvx2<Depth>::Brush::RowEnd {
     Range columns;
-    Range interior;
+    Range interior = kNone;
     std::int32_t count = 0;
     LanesOfDab blocks[kMaxBlocks];
 };

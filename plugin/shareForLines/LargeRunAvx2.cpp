@@ -288,7 +288,7 @@ const typename LargeRunAvx2<Depth>::DabRow& LargeRunAvx2<Depth>::rowOf(std::int3
     DabRow& row = dabRows[static_cast<std::size_t>(k)];
     if (row.y == y) return row;
     const LargeDabShape& shape = dabs[k].shape;
-    row = {y, shape.interiorOf(y - shape.centre.yi), {}};
+    row = {y, shape.interiorOf(y - shape.centre.yi), kNone};
     if (row.inside.empty()) return row;
     row.inside.from = std::max(row.inside.from + shape.centre.xi, 0);
     row.inside.to = std::min(row.inside.to + shape.centre.xi, canvasWidth - 1);

@@ -68,7 +68,7 @@ void RunOfDabs::countSteps(const Dab& dab) {
 
 Range RunOfDabs::between(double fromAlong, double toAlong) const {
     const std::int32_t from = truncToI32(fromAlong - 0.5), to = truncToI32(toAlong + 0.5) + 1;
-    if (from >= steps || to < 0) return {};
+    if (from >= steps || to < 0) return kNone;
     return {firstAtStep[static_cast<std::size_t>(std::max(from, 0))],
             to >= steps ? size - 1 : firstAtStep[static_cast<std::size_t>(to)]};
 }
@@ -87,7 +87,7 @@ Range RunOfDabs::nearPixels(std::int32_t x, std::int32_t y, std::int32_t columns
                                ? 0.0
                                : std::min(std::fabs(startAcross), std::fabs(endAcross));
     const double reach = largest + kReach, width2 = reach * reach - nearest * nearest;
-    if (width2 < 0.0) return {};
+    if (width2 < 0.0) return kNone;
     const double width = std::sqrt(width2);
     return between(std::min(start, end) - width, std::max(start, end) + width);
 }

@@ -112,7 +112,7 @@ void RunRowsAvx2::prepare(const RunOfDabs& run) {
 
 RunRow RunRowsAvx2::row(std::int32_t y) const {
     const Range near = dabs->nearRow(y);
-    if (near.empty()) return {};
+    if (near.empty()) return {kNone, kNone, kNone};
     const bool hollow = dabs->hasHollow();
     Union core, reach, solid;
     std::int32_t firstSlow = -1, lastSlow = -1;
@@ -138,7 +138,7 @@ RunRow RunRowsAvx2::row(std::int32_t y) const {
         if (firstSlow < 0) firstSlow = n + std::countr_zero(slow);
         lastSlow = n + 31 - std::countl_zero(slow);
     }
-    RunRow parts{core.inward(), reach.outward(), {}};
+    RunRow parts{core.inward(), reach.outward(), kNone};
     if (!hollow) return parts;
     parts.unsure = parts.reach;
     if (firstSlow >= 0) {
@@ -153,7 +153,7 @@ RunRow RunRowsAvx2::row(std::int32_t y) const {
         }
     }
     const Range painted = solid.inward();
-    if (painted.from <= parts.unsure.from && parts.unsure.to <= painted.to) parts.unsure = {};
+    if (painted.from <= parts.unsure.from && parts.unsure.to <= painted.to) parts.unsure = kNone;
     return parts;
 }
 
