@@ -1,12 +1,5 @@
-// Paints one large dab row by row, eight pixels at a time: for dabs too small for a run to pay,
-// and for what a run leaves alone, a wave and translucent paint over other colours.
-//
-// Pixel by pixel it does what the dab painter does; LargeDabShape tells which pixels:
-//
-//  - In a row that only steep arcs cross, two pixels are plotted at each end, the last one inside
-//    the circle and its neighbour; SteepRowsAvx2 finds them for eight rows at once.
-//  - Other rows, and rows that the canvas cuts off, are looked at pixel by pixel at their ends;
-//    what lies well inside the circle is interior for certain.
+// Paints one large dab by itself: for what runs and batches leave alone, the odd dab between small
+// ones, and translucent paint over other colours.
 #pragma once
 
 #include <array>
@@ -30,10 +23,6 @@ class LargeDabAvx2 {
     void paint(LineCanvas& canvas, const Pixel& pen, const Dab& dab);
 
   private:
-    class Brush;
-
-    void paintSteepRows(const Brush& brush, std::int32_t from, std::int32_t to) const;
-
     LargeDabShape shape;
     double radius = 0;  // of the table; 0 before the first
     alignas(32) std::array<std::uint8_t, kCoverageColumns> coverage;

@@ -9,6 +9,7 @@
 #include "shareForLines/EightPixelsAvx2.h"
 #include "shareForLines/HollowRow.h"
 #include "shareForLines/LargeDabLanesAvx2.h"
+#include "shareForLines/PenPixels.h"
 
 #pragma GCC push_options
 #pragma GCC target("avx2")
@@ -183,21 +184,6 @@ void LargeRunAvx2<Depth>::paintBlock(LineCanvas& canvas, const Pixel& pen, const
     }
 }
 
-template <class Depth>
-void LargeRunAvx2<Depth>::fillCore(LineCanvas& canvas, const Pixel& pen, const Range& columns,
-                                   std::int32_t y) {
-    Pixel* row = canvas.row<Depth>(y);
-    const std::int32_t from = std::max(columns.from, 0);
-    const std::int32_t to = std::min(columns.to, canvas.width - 1);
-    if (pen.alpha == Depth::kWhite) {
-        if (from <= to) std::fill(row + from, row + to + 1, pen);
-        return;
-    }
-    for (std::int32_t x = from; x <= to; ++x) {
-        if (pen.alpha > row[x].alpha) row[x] = pen;
-    }
-}
-
 // Columns of the canvas, of row y.
 template <class Depth>
 void LargeRunAvx2<Depth>::paintBlocks(LineCanvas& canvas, const Pixel& pen, const Range& columns,
@@ -225,11 +211,11 @@ void LargeRunAvx2<Depth>::paintRow(LineCanvas& canvas, const Pixel& pen, std::in
     const Range open{std::max(row.unsure.from, row.core.from),
                      std::min(row.unsure.to, row.core.to)};
     if (!any || open.empty()) {
-        fillCore(canvas, pen, row.core, y);
+        mergeWholeRow<Depth>(canvas, pen, row.core, y);
         return;
     }
-    fillCore(canvas, pen, {row.core.from, open.from - 1}, y);
-    fillCore(canvas, pen, {open.to + 1, row.core.to}, y);
+    mergeWholeRow<Depth>(canvas, pen, {row.core.from, open.from - 1}, y);
+    mergeWholeRow<Depth>(canvas, pen, {open.to + 1, row.core.to}, y);
     paintUnsure(canvas, pen, {std::max(open.from, 0), std::min(open.to, canvas.width - 1)}, y);
 }
 
@@ -247,7 +233,7 @@ void LargeRunAvx2<Depth>::paintUnsure(LineCanvas& canvas, const Pixel& pen, cons
         bool inSet = false;
         Range part = painted.runFrom(x, inSet);
         if (inSet) {
-            fillCore(canvas, pen, part, y);
+            mergeWholeRow<Depth>(canvas, pen, part, y);
         } else {
             // The block may as well hold what follows.
             part.to = std::min(x + kLanes - 1, columns.to);
@@ -303,17 +289,9 @@ const typename LargeRunAvx2<Depth>::DabRow& LargeRunAvx2<Depth>::rowOf(std::int3
 
 // True when some pixel that the run may touch holds another colour.
 template <class Depth>
-bool LargeRunAvx2<Depth>::meetsOtherColors(LineCanvas& canvas, const Pixel& pen) const {
+bool LargeRunAvx2<Depth>::meetsOthers(const LineCanvas& canvas, const Pixel& pen) const {
     for (std::int32_t y = top; y <= bottom; ++y) {
-        const Range reach = rows.row(y).reach;
-        const Pixel* row = canvas.row<Depth>(y);
-        const std::int32_t to = std::min(reach.to, canvas.width - 1);
-        for (std::int32_t x = std::max(reach.from, 0); x <= to; ++x) {
-            const Pixel& p = row[x];
-            if (p.alpha != 0 && (p.red != pen.red || p.green != pen.green || p.blue != pen.blue)) {
-                return true;
-            }
-        }
+        if (meetsOtherColors<Depth>(canvas, pen, rows.row(y).reach, y)) return true;
     }
     return false;
 }
@@ -324,7 +302,7 @@ void LargeRunAvx2<Depth>::flush(LineCanvas& canvas, const Pixel& pen, LargeDabAv
     bool byDabs = dabs.count() < kShortRun;
     if (!byDabs) {
         prepare(canvas);
-        byDabs = pen.alpha != Depth::kWhite && meetsOtherColors(canvas, pen);
+        byDabs = pen.alpha != Depth::kWhite && meetsOthers(canvas, pen);
     }
     if (byDabs) {
         for (std::int32_t k = 0; k < dabs.count(); ++k) {

@@ -57,7 +57,7 @@ class LargeRunAvx2 {
     };
 
     void prepare(const LineCanvas& canvas);
-    bool meetsOtherColors(LineCanvas& canvas, const Pixel& pen) const;
+    bool meetsOthers(const LineCanvas& canvas, const Pixel& pen) const;
     void paintRow(LineCanvas& canvas, const Pixel& pen, std::int32_t y);
     void paintBlock(LineCanvas& canvas, const Pixel& pen, const Range& columns, std::int32_t y,
                     Hollow hollow);
@@ -66,7 +66,6 @@ class LargeRunAvx2 {
     void paintUnsure(LineCanvas& canvas, const Pixel& pen, const Range& columns, std::int32_t y);
     ColumnSet paintedInside(const Range& columns, std::int32_t y);
     const DabRow& rowOf(std::int32_t k, std::int32_t y);
-    void fillCore(LineCanvas& canvas, const Pixel& pen, const Range& columns, std::int32_t y);
     unsigned touching(std::int32_t first, std::int32_t x, std::int32_t y, Hollow hollow) const;
 
     RunOfDabs dabs;

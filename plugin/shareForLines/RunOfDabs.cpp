@@ -30,33 +30,16 @@ bool RunOfDabs::add(const Dab& dab) {
     if (before == nullptr) {
         largest = smallest = dab.radius;
         anyHollow = false;
-        steps = tableCount = 0;
+        steps = 0;
+        tables.clear();
     }
-    entry.coverage = before != nullptr && sameCoverage(before->dab.radius, dab.radius)
-                         ? before->coverage
-                         : newTable(dab.radius);
+    entry.coverage = tables.of(dab.radius);
     largest = std::max(largest, dab.radius);
     smallest = std::min(smallest, dab.radius);
     anyHollow = anyHollow || dab.hollow;
     countSteps(dab);
     ++size;
     return true;
-}
-
-// From the table's last row on all radii share one coverage.
-bool RunOfDabs::sameCoverage(double a, double b) {
-    return a == b || (a >= kCoverageRows - 1 && b >= kCoverageRows - 1);
-}
-
-const std::uint8_t* RunOfDabs::newTable(double radius) {
-    CoverageByColumn& table = tables[static_cast<std::size_t>(tableCount++)];
-    CoverageBlend weights;
-    setCoverageBlend(weights, radius);
-    for (std::int32_t c = 0; c < kCoverageColumns; ++c) {
-        table[static_cast<std::size_t>(c)] =
-            static_cast<std::uint8_t>(coverageInColumn(weights, c));
-    }
-    return table.data();
 }
 
 void RunOfDabs::countSteps(const Dab& dab) {

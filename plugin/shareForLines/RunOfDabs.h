@@ -6,7 +6,7 @@
 #include <array>
 #include <cstdint>
 
-#include "shareForLines/CoverageTable.h"
+#include "shareForLines/CoverageTables.h"
 #include "shareForLines/LargeDabShape.h"
 #include "shareForLines/LineWalk.h"
 #include "shareForLines/Range.h"
@@ -60,8 +60,6 @@ class RunOfDabs {
     static constexpr double kReach = 1.2;
 
     bool goesOn(const Dab& dab, const Entry& before) const;
-    static bool sameCoverage(double a, double b);
-    const std::uint8_t* newTable(double radius);
     void countSteps(const Dab& dab);
 
     double ux, uy;
@@ -69,8 +67,7 @@ class RunOfDabs {
     double largest = 0, smallest = 0;
     bool anyHollow = false;
     std::array<Entry, kCapacity> entries;
-    alignas(32) std::array<CoverageByColumn, kCapacity> tables;
-    std::int32_t tableCount = 0;
+    CoverageTables<kCapacity> tables;
     // First dab at each whole step along the line.
     std::array<std::int16_t, kCapacity + 2> firstAtStep;
     std::int32_t steps = 0;

@@ -1,12 +1,10 @@
 // The ends of eight rows of a large dab that only steep arcs cross: LargeDabShape solved for the
 // column, with the rows in lanes.
 //
-// With (u, v) the offset from the quantised centre in 1/16 pixels, a pixel is inside while
-// u^2 < limit - v^2, so the last |u| inside is the whole part of sqrt(limit - v^2 - 1), in double
-// precision exact for numbers of 31 bits. There, and one pixel on, the row is plotted.
+// Plotted are the last pixel inside the circle (insideOf) and the one beyond it.
 #pragma once
 
-#include "shareForLines/LargeDabLanesAvx2.h"
+#include "shareForLines/RowEndsAvx2.h"
 
 #pragma GCC push_options
 #pragma GCC target("avx2")
@@ -28,7 +26,7 @@ struct SteepRows {
         // v^2 - limit
         const __m256i level =
             _mm256_sub_epi32(_mm256_mullo_epi32(v, v), _mm256_set1_epi32(s.limit));
-        const __m256i u = wholeRoots(_mm256_xor_si256(level, _mm256_set1_epi32(-1)));
+        const __m256i u = lastInside(level);
         const __m256i fx = _mm256_set1_epi32(s.centre.fx);
         const __m256i rightIn = _mm256_srai_epi32(_mm256_add_epi32(u, fx), 4);
         const __m256i leftIn = _mm256_srai_epi32(_mm256_sub_epi32(u, fx), 4);  // negated
@@ -54,16 +52,6 @@ struct SteepRows {
     }
 
   private:
-    // The whole parts of the square roots, of numbers of 31 bits; of a negative one nothing.
-    static __m256i wholeRoots(__m256i n) {
-        const auto four = [](__m128i part) __attribute__((always_inline)) {
-            return _mm256_cvttpd_epi32(_mm256_sqrt_pd(_mm256_cvtepi32_pd(part)));
-        };
-        n = _mm256_max_epi32(n, _mm256_setzero_si256());
-        return _mm256_set_m128i(four(_mm256_extracti128_si256(n, 1)),
-                                four(_mm256_castsi256_si128(n)));
-    }
-
     static void storePairs(__m256i first, __m256i second, std::int64_t* pairs) {
         const __m256i a = _mm256_unpacklo_epi32(first, second);
         const __m256i b = _mm256_unpackhi_epi32(first, second);

@@ -34,6 +34,11 @@ inline __m256i lanesBetween(std::int32_t from, std::int32_t to) {
                                firstLanes(std::clamp(to + 1, 0, kLanes)));
 }
 
+// The first `count` of eight bits, all from 8 on.
+inline unsigned firstBits(std::int32_t count) {
+    return 0xFFu >> (kLanes - std::min(count, kLanes));
+}
+
 // Eight lanes of 0 to 255 as bytes.
 inline void storeBytes(__m256i lanes, std::uint8_t* to) {
     const __m128i words =

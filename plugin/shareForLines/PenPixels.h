@@ -1,0 +1,52 @@
+// The pen against whole pixels: where merging is a maximum of alphas, and that maximum.
+#pragma once
+
+#include <algorithm>
+
+#include "shareForLines/LineCanvas.h"
+#include "shareForLines/Range.h"
+
+namespace streakfall {
+
+// True when a pixel of these columns of row y, as far as they are on the canvas, holds a colour
+// other than the pen's.
+template <class Depth>
+bool meetsOtherColors(const LineCanvas& canvas, const typename Depth::Pixel& pen,
+                      const Range& columns, std::int32_t y) {
+    const typename Depth::Pixel* row = canvas.row<Depth>(y);
+    const std::int32_t to = std::min(columns.to, canvas.width - 1);
+    for (std::int32_t x = std::max(columns.from, 0); x <= to; ++x) {
+        const typename Depth::Pixel& p = row[x];
+        if (p.alpha != 0 && (p.red != pen.red || p.green != pen.green || p.blue != pen.blue)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+template <class Depth>
+bool meetsOtherColors(const LineCanvas& canvas, const typename Depth::Pixel& pen,
+                      const Range& columns, const Range& rows) {
+    for (std::int32_t y = rows.from; y <= rows.to; ++y) {
+        if (meetsOtherColors<Depth>(canvas, pen, columns, y)) return true;
+    }
+    return false;
+}
+
+// Merges the pen, at its own alpha, into pixels that hold no other colour, or at white into any.
+template <class Depth>
+void mergeWholeRow(LineCanvas& canvas, const typename Depth::Pixel& pen, const Range& columns,
+                   std::int32_t y) {
+    typename Depth::Pixel* row = canvas.row<Depth>(y);
+    const std::int32_t from = std::max(columns.from, 0);
+    const std::int32_t to = std::min(columns.to, canvas.width - 1);
+    if (pen.alpha == Depth::kWhite) {
+        if (from <= to) std::fill(row + from, row + to + 1, pen);
+        return;
+    }
+    for (std::int32_t x = from; x <= to; ++x) {
+        if (pen.alpha > row[x].alpha) row[x] = pen;
+    }
+}
+
+}  // namespace streakfall
