@@ -298,7 +298,6 @@ bool LargeRunAvx2<Depth>::meetsOthers(const LineCanvas& canvas, const Pixel& pen
 
 template <class Depth>
 void LargeRunAvx2<Depth>::flush(LineCanvas& canvas, const Pixel& pen, LargeDabAvx2<Depth>& single) {
-    if (empty()) return;
     bool byDabs = dabs.count() < kShortRun;
     if (!byDabs) {
         prepare(canvas);

@@ -38,8 +38,8 @@ class LargeRunAvx2 {
     // this run: flush and try again; if it is refused by an empty run, paint it by itself.
     bool add(const Dab& dab) { return dabs.add(dab); }
 
-    // Paints the run with the pen, whose alpha is that of all its dabs, and empties it. `single`
-    // paints the dabs of a run that cannot be painted as one.
+    // Paints the run with the pen, whose alpha is that of all its dabs, and empties it. There is
+    // one dab at least. `single` paints the dabs of a run that cannot be painted as one.
     void flush(LineCanvas& canvas, const Pixel& pen, LargeDabAvx2<Depth>& single);
 
     bool empty() const { return dabs.count() == 0; }

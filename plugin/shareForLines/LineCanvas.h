@@ -11,6 +11,7 @@
 #include "hostapi/hostapi.h"
 #include "share/util/EffectWorldPtr.h"
 #include "shareForLines/CoverageTable.h"
+#include "shareForLines/CoveredPixels.h"
 #include "shareForLines/SpanTable.h"
 
 namespace streakfall {
@@ -24,6 +25,7 @@ struct LineCanvas {
     std::int32_t width = 0;           // pixels
     std::int32_t height = 0;
     SpanTable spans;
+    CoveredPixels covered;
     CoverageBlend weights;
     bool hollowDabs = false;  // a dab may leave its middle to the dabs behind it
     AEUtil::EffectWorldPtr worldRef;

@@ -4,6 +4,7 @@
 
 #include "shareForLines/DabPainter.h"
 #include "shareForLines/InstructionSet.h"
+#include "shareForLines/LargeBatchAvx2.h"
 #include "shareForLines/LargeRunAvx2.h"
 #include "shareForLines/LineWalk.h"
 #include "shareForLines/SmallDabAvx2.h"
@@ -23,6 +24,7 @@ class LinePainter {
           strokeAlpha(stroke.pen.alpha),
           wide(instructionSet() >= InstructionSet::kAvx2),
           straight(wide && !stroke.waveEnabled && walk.hasDirection()),
+          waved(wide && stroke.waveEnabled),
           run(walk.directionX(), walk.directionY()) {}
 
     // The dab touches the canvas. False when no later dab of the line can change a pixel.
@@ -39,7 +41,7 @@ class LinePainter {
 
     void flush() {
         small.flush(canvas, pen);
-        flushRun();
+        flushLarge();
     }
 
   private:
@@ -72,7 +74,7 @@ class LinePainter {
             paintLarge(dab);
             return;
         }
-        flushRun();
+        flushLarge();
         if (wide) {
             small.paint(canvas, pen, dab);
         } else {
@@ -81,12 +83,8 @@ class LinePainter {
     }
 
     void paintLarge(const Dab& dab) {
-        if (straight && pen.alpha > 0) {
-            if (run.add(dab)) return;
-            flushRun();
-            if (run.add(dab)) return;
-        }
-        flushRun();
+        if (pen.alpha > 0 && ((straight && hold(run, dab)) || (waved && hold(batch, dab)))) return;
+        flushLarge();
         if (wide) {
             single.paint(canvas, pen, dab);
         } else {
@@ -94,8 +92,18 @@ class LinePainter {
         }
     }
 
-    void flushRun() {
+    // Keeps the dab back, to be painted with its neighbours. False when it must go by itself.
+    template <class Dabs>
+    bool hold(Dabs& dabs, const Dab& dab) {
+        if (dabs.add(dab)) return true;
+        if (dabs.empty()) return false;
+        dabs.flush(canvas, pen, single);
+        return dabs.add(dab);
+    }
+
+    void flushLarge() {
         if (!run.empty()) run.flush(canvas, pen, single);
+        if (!batch.empty()) batch.flush(canvas, pen, single);
     }
 
     LineCanvas& canvas;
@@ -103,10 +111,12 @@ class LinePainter {
     typename Depth::Channel strokeAlpha;
     double factor = 1.0;  // of the pen's alpha
     bool wide;            // vectors may be used
-    bool straight;        // and runs of large dabs
+    bool straight;        // and runs of large dabs,
+    bool waved;           // or batches of them
     SmallDabAvx2<Depth> small;
     LargeDabAvx2<Depth> single;
     LargeRunAvx2<Depth> run;
+    LargeBatchAvx2<Depth> batch;
 };
 
 }  // namespace

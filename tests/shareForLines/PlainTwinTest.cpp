@@ -176,33 +176,52 @@ TYPED_TEST(PlainTwin, SteepRampsOnAShortThickLine) {
     });
 }
 
+// Four thick strokes of many hollow dabs, on top of each other. steepness: largest angle off the
+// upright, radians.
+template <class Depth>
+void compareThickStrokes(std::uint32_t seed, double steepness, double thickness, double wave) {
+    constexpr int width = 420, height = 360;
+    Chance chance(seed);
+    PaintBox<Depth> product(width, height, 0), plain(width, height, 0);
+    Stroke<Depth> stroke;
+    for (int n = 0; n < 4; ++n) {
+        const double length = chance.between(200, 900);
+        const double angle =
+            1.5707963 + (chance.oneIn(2) ? 0.0 : chance.between(-steepness, steepness));
+        Case c{};
+        c.line.x0 = chance.between(-60, width + 60);
+        c.line.y0 = chance.between(-300, 200);
+        c.line.x1 = c.line.x0 + length * std::cos(angle);
+        c.line.y1 = c.line.y0 + length * std::sin(angle);
+        c.line.thickness = thickness * chance.between(0.2, 1.0);
+        c.line.seed = n;
+        c.red = static_cast<std::uint8_t>(60 * n);
+        c.opacity = chance.oneIn(3) ? 0.5 : 1.0;
+        stroke.inOutEnabled = chance.oneIn(2);
+        stroke.startThicknessRatio = stroke.endThicknessRatio = chance.oneOf({0.0, 0.6});
+        stroke.inLength = stroke.outLength = length * chance.between(0, 0.5);
+        stroke.waveEnabled = wave > 0.0;
+        stroke.wave.amount = chance.between(0.0, wave);
+        stroke.wave.wavelength = chance.oneOf({1.0, 30.0, 200.0});
+        draw(product, stroke, c, false);
+        draw(plain, stroke, c, true);
+        ASSERT_EQ(product.firstDifference(plain), "")
+            << "seed " << seed << " stroke " << n << " thickness " << c.line.thickness;
+    }
+}
+
 // Where the ends of a hollow row move by more than a hollow dab keeps of it, pixels inside the
 // stroke stay open: on thick lines across the rows, and more so on their ramps.
 TYPED_TEST(PlainTwin, OpenPixelsOfThickSteepLines) {
-    constexpr int width = 420, height = 360;
     for (std::uint32_t seed = 0; seed < 10; ++seed) {
-        Chance chance(seed);
-        PaintBox<TypeParam> product(width, height, 0), plain(width, height, 0);
-        Stroke<TypeParam> stroke;
-        for (int n = 0; n < 4; ++n) {
-            const double length = chance.between(200, 900);
-            const double angle = 1.5707963 + (chance.oneIn(2) ? 0.0 : chance.between(-0.4, 0.4));
-            Case c{};
-            c.line.x0 = chance.between(-60, width + 60);
-            c.line.y0 = chance.between(-300, 200);
-            c.line.x1 = c.line.x0 + length * std::cos(angle);
-            c.line.y1 = c.line.y0 + length * std::sin(angle);
-            c.line.thickness = chance.between(100, 500);
-            c.red = static_cast<std::uint8_t>(60 * n);
-            c.opacity = chance.oneIn(3) ? 0.5 : 1.0;
-            stroke.inOutEnabled = chance.oneIn(2);
-            stroke.startThicknessRatio = stroke.endThicknessRatio = chance.oneOf({0.0, 0.6});
-            stroke.inLength = stroke.outLength = length * chance.between(0, 0.5);
-            draw(product, stroke, c, false);
-            draw(plain, stroke, c, true);
-            ASSERT_EQ(product.firstDifference(plain), "")
-                << "seed " << seed << " stroke " << n << " thickness " << c.line.thickness;
-        }
+        compareThickStrokes<TypeParam>(seed, 0.4, 500.0, 0.0);
+    }
+}
+
+// Waves of all slopes, which cross the canvas' edges and themselves.
+TYPED_TEST(PlainTwin, ThickWavedLines) {
+    for (std::uint32_t seed = 0; seed < 12; ++seed) {
+        compareThickStrokes<TypeParam>(seed, 1.6, seed % 2 == 0 ? 60.0 : 300.0, 80.0);
     }
 }
 
