@@ -11,7 +11,7 @@
 //
 // Inside is exact in integers: with (u, v) the pixel's offset from the quantised centre in 1/16
 // pixels, u^2 + v^2 < 256 r^2, where r^2 is the rounded product that the distance formula forms.
-// Where the arcs meet is found by walking their last few steps.
+// Where the arcs meet is found by walking their last few steps (DiagonalsAvx2).
 //
 // About one dab in a thousand has a pixel where two arcs meet that the walk plots although the
 // circle passes beyond it and its pair: place() tells, and such a dab is painted by walking.
@@ -26,12 +26,14 @@
 namespace streakfall {
 
 struct LargeDabShape {
-    static constexpr double kMaxRadius = 2048.0;  // 512 r^2 stays in 32 bits
-    static constexpr double kFine = 4096.0;       // parts of a table column
+    static constexpr double kMaxRadius = 2048.0;              // 512 r^2 stays in 32 bits
+    static constexpr double kFine = 4096.0;                   // parts of a table column
+    static constexpr double kDiagonal = 0.70710678118654752;  // sine and cosine of 45 degrees
 
     enum State { kUntouched, kPlotted, kInterior };
 
-    // 5 <= r <= kMaxRadius. False when the description does not hold for this dab.
+    // 5 <= r <= kMaxRadius. False when the description does not hold for this dab. Needs a
+    // processor with AVX2.
     bool place(double x, double y, double r);
 
     // What the dab does to dab pixel (X, Y).
@@ -62,17 +64,7 @@ struct LargeDabShape {
     double steepRowsTo() const { return radius * kDiagonal - 3.0; }
 
   private:
-    static constexpr double kDiagonal = 0.70710678118654752;
-
     Range insideOf(std::int32_t Y) const;
-    bool findArcEnds();
-    bool plotsAsWalked(int arc, std::int32_t x, std::int32_t y) const;
-
-    struct Meeting {
-        std::int32_t x, y;          // last pixel of the first arc
-        std::int32_t nextX, nextY;  // first pixel of the second
-    };
-    Meeting meeting(int arc, std::int32_t x, std::int32_t y, std::int64_t k) const;
 };
 
 }  // namespace streakfall
