@@ -38,6 +38,8 @@ void storeBusyValues(Play& play, Dabs dabs) {
         {"S", 40},
         {"Use Start/End Opacity", 1},
         {"Start Opacity", 30},
+        {"End Opacity", 100},  // dabs of one opacity, which are painted together
+        {"Opacity Center Position", 30},
         {"Repeat", 1},
         {"Repeat Interval", 10},
         {"Enable Wave", 1},
