@@ -10,7 +10,7 @@ inline constexpr std::int32_t kWholeDepth = 4;  // rows nearer to the top or bot
 
 // Row of interior columns a to b. rowDepth: rows from it to the dab's top or bottom, roughly.
 inline bool fillsWholeRow(std::int32_t a, std::int32_t b, std::int32_t rowDepth) {
-    return b - a < 6 || rowDepth < kWholeDepth;
+    return b - a < 2 * kHollowRim || rowDepth < kWholeDepth;
 }
 
 }  // namespace streakfall

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstdlib>
 
 #include "shareForLines/LargeDabBrushAvx2.h"
 #include "shareForLines/PenPixels.h"
@@ -16,8 +15,9 @@ namespace {
 
 using namespace avx2;
 
-constexpr std::int32_t kShortBatch = 8;  // shorter ones are painted dab by dab
-constexpr std::int32_t kGathered = 25;   // bits of 32 from any bit of the first byte on
+constexpr std::int32_t kShortBatch = 8;    // shorter ones are painted dab by dab
+constexpr std::int64_t kMaxBox = 1 << 26;  // pixels, 8 MiB of them; so are wider ones
+constexpr std::int32_t kGathered = 25;     // bits of 32 from any bit of the first byte on
 
 // Columns of eight rows.
 struct EightRanges {
@@ -115,9 +115,9 @@ bool LargeBatchAvx2<Depth>::add(const Dab& dab) {
 
 // Adds what the dab paints at the pen's own alpha to the canvas's set, as far as that is sure.
 template <class Depth>
-void LargeBatchAvx2<Depth>::cover(LineCanvas& canvas, const Entry& entry) {
+void LargeBatchAvx2<Depth>::cover(LineCanvas& canvas, const Pixel& pen, const Entry& entry) {
     CoveredPixels& set = canvas.covered;
-    const LargeDabBrush<Depth> brush(canvas, {}, entry.shape, entry.coverage, entry.dab.hollow);
+    const LargeDabBrush<Depth> brush(canvas, pen, entry.shape, entry.coverage, entry.dab.hollow);
     const Range rows = brush.rows();
     placeRows(inside, entry.shape);
     const __m256i rim = _mm256_set1_epi32(kHollowRim - 1);
@@ -193,12 +193,12 @@ template <class Depth>
 void LargeBatchAvx2<Depth>::flush(LineCanvas& canvas, const Pixel& pen,
                                   LargeDabAvx2<Depth>& single) {
     const auto [columns, rows] = box(canvas);
-    if (count < kShortBatch ||
+    if (count < kShortBatch || std::int64_t{columns.count()} * rows.count() > kMaxBox ||
         (pen.alpha != Depth::kWhite && meetsOtherColors<Depth>(canvas, pen, columns, rows))) {
         for (const Entry& e : held()) single.paint(canvas, pen, e.dab);
     } else {
         canvas.covered.start(columns, rows);
-        for (const Entry& e : held()) cover(canvas, e);
+        for (const Entry& e : held()) cover(canvas, pen, e);
         for (const Entry& e : held()) paintRest(canvas, pen, e);
         for (std::int32_t y = rows.from; y <= rows.to; ++y) {
             canvas.covered.forRanges(

@@ -1,10 +1,11 @@
 // LargeBatchAvx2: large dabs one after the other along any path, painted as one body.
 //
 // Why the bits are those of dab after dab:
-//  - All dabs of a batch have one pen alpha, above 0. A pixel that one of them paints at that
-//    alpha, inside its circle, ends as the pen itself when the alpha is white, whatever it meets
-//    before and after. So it does at any alpha, unless it holds more already, where all pixels
-//    around are empty or have the pen's colour: merging is a maximum of alphas then.
+//  - All dabs of a batch have one pen alpha, above 0, and no coverage gives more. A pixel that one
+//    of them paints at that alpha, inside its circle, ends as the pen itself when the alpha is
+//    white, whatever it meets before and after. So it does at any alpha, unless it holds more
+//    already, where all pixels around are empty or have the pen's colour: merging is a maximum of
+//    alphas then.
 //  - These pixels are collected first, in a set (RowEndsAvx2 tells the interiors of rows; of a
 //    hollow dab's only the rims count). A dab's row then is painted only when a pixel that it may
 //    touch is not in the set, dab after dab in walk order. Along a stroke that leaves the rows at
@@ -62,7 +63,7 @@ class LargeBatchAvx2 {
         return {entries.data(), static_cast<std::size_t>(count)};
     }
     Box box(const LineCanvas& canvas) const;
-    void cover(LineCanvas& canvas, const Entry& entry);
+    void cover(LineCanvas& canvas, const Pixel& pen, const Entry& entry);
     void paintRest(LineCanvas& canvas, const Pixel& pen, const Entry& entry);
 
     std::int32_t count = 0;

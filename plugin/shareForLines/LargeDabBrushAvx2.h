@@ -29,7 +29,7 @@ class LargeDabBrush {
   public:
     using Pixel = typename Depth::Pixel;
 
-    // table: coverage by column for the dab's radius. All but the pen outlive the brush.
+    // table: coverage by column for the dab's radius. All of them outlive the brush.
     LargeDabBrush(LineCanvas& c, const Pixel& pen, const LargeDabShape& dab,
                   const std::uint8_t* table, bool isHollow)
         : canvas(c),

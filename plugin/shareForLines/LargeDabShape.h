@@ -26,8 +26,8 @@
 namespace streakfall {
 
 struct LargeDabShape {
-    static constexpr double kMaxRadius = 2048.0;              // 512 r^2 stays in 32 bits
-    static constexpr double kFine = 4096.0;                   // parts of a table column
+    static constexpr double kMaxRadius = 2048.0;  // near the circle u^2 + v^2 stays about 2^30
+    static constexpr double kFine = 4096.0;       // parts of a table column
     static constexpr double kDiagonal = 0.70710678118654752;  // sine and cosine of 45 degrees
 
     enum State { kUntouched, kPlotted, kInterior };

@@ -1,9 +1,10 @@
 // LargeRunAvx2: a run of large dabs along a straight line, painted row by row as one body.
 //
 // Why the bits are those of dab after dab:
-//  - All dabs of a run have one pen alpha, above 0. A pixel that is empty, or already has the pen's
-//    colour, or gets white from one of them, ends with the largest alpha that reaches it; order
-//    and repetition do not count. The middle of the run, the core, gets the pen itself.
+//  - All dabs of a run have one pen alpha, above 0, and no coverage gives more. A pixel that is
+//    empty, or already has the pen's colour, or gets white from one of them, ends with the largest
+//    alpha that reaches it; order and repetition do not count. The middle of the run, the core,
+//    gets the pen itself.
 //  - A pixel of another colour at the rim, below white, gets its merges one by one, in walk
 //    order, from the dabs that plot it (LargeDabShape).
 //  - A translucent run over pixels of another colour, where the core would mix again and again,

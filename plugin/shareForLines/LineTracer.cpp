@@ -7,6 +7,7 @@
 #include "shareForLines/LargeBatchAvx2.h"
 #include "shareForLines/LargeRunAvx2.h"
 #include "shareForLines/LineWalk.h"
+#include "shareForLines/PenPixels.h"
 #include "shareForLines/SmallDabAvx2.h"
 
 namespace streakfall {
@@ -83,7 +84,10 @@ class LinePainter {
     }
 
     void paintLarge(const Dab& dab) {
-        if (pen.alpha > 0 && ((straight && hold(run, dab)) || (waved && hold(batch, dab)))) return;
+        if (pen.alpha > 0 && insideGivesMost<Depth>(pen) &&
+            ((straight && hold(run, dab)) || (waved && hold(batch, dab)))) {
+            return;
+        }
         flushLarge();
         if (wide) {
             single.paint(canvas, pen, dab);

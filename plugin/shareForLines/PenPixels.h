@@ -8,6 +8,13 @@
 
 namespace streakfall {
 
+// True when no coverage gives more than the pen's own alpha. In float 255 / 255 of some alphas is
+// rounded up, and the edge of a dab can leave more than its inside.
+template <class Depth>
+bool insideGivesMost(const typename Depth::Pixel& pen) {
+    return Depth::coverAlpha(pen.alpha, 255) <= pen.alpha;
+}
+
 // True when a pixel of these columns of row y, as far as they are on the canvas, holds a colour
 // other than the pen's.
 template <class Depth>

@@ -37,6 +37,9 @@ struct Case {
     double opacity;
 };
 
+// Of which, in float, 255 parts in 255 are more than the whole.
+constexpr double kRisingOpacity = 0.0467;
+
 constexpr int kWidth = 190, kHeight = 130;
 
 double randomThickness(Chance& chance) {
@@ -78,7 +81,7 @@ Case randomCase(Chance& chance) {
     c.red = static_cast<std::uint8_t>(chance.oneOf({0, 255, 90}));
     c.green = static_cast<std::uint8_t>(chance.oneOf({0, 31}));
     c.blue = c.red;
-    c.opacity = chance.oneIn(2) ? 1.0 : chance.oneOf({0.5, 0.996, 0.1, 0.004});
+    c.opacity = chance.oneIn(2) ? 1.0 : chance.oneOf({0.5, 0.996, 0.1, 0.004, kRisingOpacity});
     return c;
 }
 
@@ -196,7 +199,7 @@ void compareThickStrokes(std::uint32_t seed, double steepness, double thickness,
         c.line.thickness = thickness * chance.between(0.2, 1.0);
         c.line.seed = n;
         c.red = static_cast<std::uint8_t>(60 * n);
-        c.opacity = chance.oneIn(3) ? 0.5 : 1.0;
+        c.opacity = chance.oneIn(3) ? chance.oneOf({0.5, kRisingOpacity}) : 1.0;
         stroke.inOutEnabled = chance.oneIn(2);
         stroke.startThicknessRatio = stroke.endThicknessRatio = chance.oneOf({0.0, 0.6});
         stroke.inLength = stroke.outLength = length * chance.between(0, 0.5);
