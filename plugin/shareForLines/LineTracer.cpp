@@ -123,6 +123,18 @@ class LinePainter {
     LargeBatchAvx2<Depth> batch;
 };
 
+// The rest of the walk, from `dab` on, its first one that touches the canvas. Apart from traceLine,
+// as the painter is large, and most lines of a frame may lie off the canvas.
+template <class Depth>
+__attribute__((noinline)) void paintRest(LineWalk& walk, Dab& dab, const Stroke<Depth>& stroke,
+                                         LineCanvas& canvas) {
+    LinePainter<Depth> painter(canvas, stroke, walk);
+    do {
+        if (touchesCanvas(canvas, dab) && !painter.paint(dab)) return;
+    } while (walk.next(dab));
+    painter.flush();
+}
+
 }  // namespace
 
 template <class Depth>
@@ -130,12 +142,12 @@ void traceLine(Stroke<Depth>& stroke, LineCanvas& canvas, const LineRecord& line
     if (!(stroke.thickness > 0.0) || stroke.pen.alpha == 0 || canvas.world == nullptr) return;
     LineWalk walk(stroke, line);
     walk.keepTo(canvas);
-    LinePainter<Depth> painter(canvas, stroke, walk);
     Dab dab;
     while (walk.next(dab)) {
-        if (touchesCanvas(canvas, dab) && !painter.paint(dab)) return;
+        if (!touchesCanvas(canvas, dab)) continue;
+        paintRest(walk, dab, stroke, canvas);
+        return;
     }
-    painter.flush();
 }
 
 template void traceLine<Depth8>(Stroke<Depth8>&, LineCanvas&, const LineRecord&);
