@@ -4,8 +4,8 @@
 // the two pixels that straddle the circle, the inner one and its outward neighbour. So a pixel is
 //
 //   plotted   inside, with its outward neighbour outside, or outside, with its inward one inside,
-//             along y in a column of a flat arc, along x in a row of a steep arc;
-//             A pixel where a flat and a steep arc meet may be plotted by both, twice then;
+//             along y in a column of a flat arc, along x in a row of a steep arc (a pixel where
+//             a flat and a steep arc meet may be plotted by both, twice then);
 //   interior  inside and not plotted;
 //   untouched otherwise.
 //

@@ -35,8 +35,8 @@ class LargeRunAvx2 {
     // Direction of the line, a unit vector.
     LargeRunAvx2(double directionX, double directionY) : dabs(directionX, directionY) {}
 
-    // Takes a large dab that touches the canvas. False when it cannot go into
-    // this run: flush and try again; if it is refused by an empty run, paint it by itself.
+    // Takes a large dab that touches the canvas. False when it cannot go into this run: flush and
+    // try again; if it is refused by an empty run, paint it by itself.
     bool add(const Dab& dab) { return dabs.add(dab); }
 
     // Paints the run with the pen, whose alpha is that of all its dabs, and empties it. There is

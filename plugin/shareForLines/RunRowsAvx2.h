@@ -14,11 +14,10 @@
 //
 // with d the row's distance from the middle, c half its width and growth that of the radius; the
 // last part is for quantised centres. Where c is large enough the row is slow, and so are rows at
-// the top and bottom, which are painted whole. Of the pixels
-// inside some dab, unsure are only those that the first and the last slow sample both hold inside:
-// every other one is entered or left by a slow end. (An end moves fast only while the row grows
-// at its begin or shrinks at its end, outward or inward at both sides.) Dabs that are not hollow
-// leave nothing unsure.
+// the top and bottom, which are painted whole. Of the pixels inside some dab, unsure are only those
+// that the first and the last slow sample both hold inside: every other one is entered or left by a
+// slow end. (An end moves fast only while the row grows at its begin or shrinks at its end, outward
+// or inward at both sides.) Dabs that are not hollow leave nothing unsure.
 #pragma once
 
 #include <array>
