@@ -1,5 +1,7 @@
 // Values of all parameters, inside their ranges and far past them, through a render of a small
-// frame. A frame comes back without an error and without a pixel left out, whatever they are.
+// frame. A frame comes back without an error and without a pixel left out, whatever they are, or
+// can be cancelled.
+#include <chrono>
 #include <cstring>
 
 #include "FrameCase.h"
@@ -27,15 +29,31 @@ std::size_t give(std::string_view text, std::uint8_t* data, std::size_t room) {
     return text.size();
 }
 
+// Far past the ranges there can be millions of lines: whoever renders them loses patience, and is
+// heard at the next tenth of them.
+void drawOrCancel(Instance& instance, FrameRequest request) {
+    using Clock = std::chrono::steady_clock;
+    const auto start = Clock::now();
+    bool cancelled = false;
+    request.onProgress = [&](A_long, A_long) {
+        cancelled = Clock::now() - start > std::chrono::seconds(5);
+        if (cancelled) stage().host().cancel();
+        return cancelled;
+    };
+    const FrameResult result = renderFrame(instance, request);
+    stage().host().clearCancel();
+    if (cancelled) return;
+    expect(result.code == PF_Err_NONE, "the frame's code is ", result.code);
+    expect(result.unwritten == 0, result.unwritten, " pixels of the output were never written");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const FrameCase frame(fields(), textOf(data, size));
     Instance instance(stage().host(), frame.layer());
     frame.storeIn(instance);
-    const FrameResult result = renderFrame(instance, frame.request());
-    expect(result.code == PF_Err_NONE, "the frame's code is ", result.code);
-    expect(result.unwritten == 0, result.unwritten, " pixels of the output were never written");
+    drawOrCancel(instance, frame.request());
     instance.updatePanel();
     stage().expectTidy();
     return 0;

@@ -42,6 +42,7 @@ void renderOrCancel(Play& play, FrameRequest request, const Subject& subject, Re
     bool cancelled = false;
     request.onProgress = [&](A_long, A_long) {
         cancelled = Clock::now() - start > enough;
+        if (cancelled) play.host().cancel();
         return cancelled;
     };
     const FrameResult result = play.render(request);
