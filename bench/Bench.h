@@ -5,6 +5,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstdint>
 #include <ctime>
 #include <string>
 
@@ -15,6 +16,7 @@ void registerDrawing();
 void registerCairo();
 void registerGeneration();
 void registerFrames();
+void registerLooks(std::uint32_t seed);  // of the looks
 
 // Processor time of this thread: what other programs of the machine take does not count.
 inline double threadSeconds() {

@@ -1,26 +1,34 @@
-// The same line lists drawn by Cairo, one filled polygon a line: what a user would otherwise pick.
+// The same lines drawn by Cairo, one filled polygon a line: what a user would otherwise pick.
 #pragma once
 
-#include "Scenes.h"
-#include "shareForLines/StrokeShape.h"
+#include <vector>
+
+#include "lines/LineRecord.h"
+#include "shareForLines/Stroke.h"
 
 namespace bench {
 
-// An ARGB32 surface of the scene's size. Draws every line of the scene, each in its own opaque
-// colour. `ramp` is the rising curve from 0 to 1.
+// Of one line, 0 to 1.
+struct CairoPen {
+    double red, green, blue, alpha;
+};
+
+// An ARGB32 surface. A line's outline follows the ramps of the stroke's form. What would take Cairo
+// longer is left out: round ends, and a gradient for the opacity ramp. Waves are not drawn.
 class CairoLines {
   public:
-    explicit CairoLines(const Scene& scene);
+    CairoLines(int width, int height);
     ~CairoLines();
     CairoLines(const CairoLines&) = delete;
     CairoLines& operator=(const CairoLines&) = delete;
 
     void clear();
-    void draw(streakfall::StrokeShape ramp);
+    // pens: one a line. Moves the cursors of the form's shapes.
+    void draw(streakfall::StrokeForm& form, const std::vector<streakfall::LineRecord>& lines,
+              const std::vector<CairoPen>& pens);
 
   private:
     struct Surface;
-    const Scene& scene;
     Surface* surface;
 };
 

@@ -4,8 +4,7 @@
 
 #include "Bench.h"
 #include "Drawing.h"
-#include "reference/PlainStroke.h"
-#include "shareForLines/LineTracer.h"
+#include "Scenes.h"
 
 namespace bench {
 namespace {
@@ -14,40 +13,58 @@ using streakfall::Depth16;
 using streakfall::Depth8;
 using streakfall::DepthFloat;
 
-constexpr Look kOpaque{"own colours", true, 1.0, false};
-constexpr Look kLooks[] = {kOpaque,
-                           {"one colour", false, 1.0, false},
-                           {"one colour 50 %", false, 0.5, false},
-                           {"own colours 50 %", true, 0.5, false},
-                           {"wave", true, 1.0, true}};
+// How the lines of a scene are painted.
+struct Paint {
+    const char* name;
+    bool ownColors;  // each line its own colour, or all of them one
+    double opacity;  // ratio
+    bool wave;
+};
 
-const auto kOurs = [](auto& stroke, auto& canvas, const auto& line) {
-    streakfall::traceLine(stroke, canvas, line);
-};
-const auto kTwin = [](auto& stroke, auto& canvas, const auto& line) {
-    reference::traceLine(stroke, canvas, line);
-};
+constexpr Paint kOpaque{"own colours", true, 1.0, false};
+constexpr Paint kPaints[] = {kOpaque,
+                             {"one colour", false, 1.0, false},
+                             {"one colour 50 %", false, 0.5, false},
+                             {"own colours 50 %", true, 0.5, false},
+                             {"wave", true, 1.0, true}};
+
+void setUpStroke(streakfall::StrokeForm& stroke, const Scene& scene, const Paint& paint) {
+    setUpRamps(stroke, scene);
+    stroke.waveEnabled = paint.wave;
+    stroke.wave.amount = 20.0;
+    stroke.wave.amountRandom = 0.5;
+    stroke.wave.wavelength = 120.0;
+    stroke.wave.wavelengthRandom = 0.5;
+}
 
 // `scene` outlives the benchmark.
-template <class Depth, class Trace>
+template <class Depth, class Play>
 benchmark::internal::Benchmark* addDrawing(const std::string& name, const Scene& scene,
-                                           const Look& look, Trace trace) {
-    return add(name, [&scene, look, trace](benchmark::State& state) {
-        Drawing<Depth> drawing(scene, look);
+                                           const Paint& paint, Play play) {
+    return add(name, [&scene, paint, play](benchmark::State& state) {
+        Drawing<Depth> drawing(scene.width, scene.height);
+        setUpStroke(drawing.stroke, scene, paint);
+        const auto penOf = [&](std::size_t i) -> typename Depth::Pixel {
+            const LineColor c = colorOfLine(paint.ownColors ? i : 0);
+            return {Depth::penAlpha(paint.opacity), Depth::penColor(c.red),
+                    Depth::penColor(c.green), Depth::penColor(c.blue)};
+        };
         timeWork(
-            state, [&] { drawing.clear(); }, [&] { drawing.draw(trace); });
+            state, [&] { drawing.clear(); },
+            [&] { play(drawing.stroke, drawing.canvas, scene.lines, penOf); });
         state.counters["lines"] = static_cast<double>(scene.lines.size());
     });
 }
 
 template <class Depth>
 void addScene(const Scene& scene, const char* depth) {
-    for (const Look& look : kLooks) {
+    for (const Paint& paint : kPaints) {
         // The column that all others are compared with counts most; the wide depths' other looks
         // are for ratios near 2 alone.
-        const bool opaque = look.ownColors && look.opacity == 1.0 && !look.wave;
+        const bool opaque = paint.ownColors && paint.opacity == 1.0 && !paint.wave;
         const bool eightBits = sizeof(typename Depth::Channel) == 1;
-        addDrawing<Depth>("draw/" + scene.name + "/" + depth + "/" + look.name, scene, look, kOurs)
+        addDrawing<Depth>("draw/" + scene.name + "/" + depth + "/" + paint.name, scene, paint,
+                          kOurs)
             ->Repetitions(opaque && eightBits   ? 5
                           : opaque || eightBits ? 3
                                                 : 1);
@@ -56,8 +73,8 @@ void addScene(const Scene& scene, const char* depth) {
 
 // The least that any way of drawing costs: the buffer cleared, and laid once over an opaque frame.
 void touchFrame(benchmark::State& state, const Scene& scene) {
-    Drawing<Depth8> drawing(scene, kOpaque);
-    std::vector<PF_Pixel> frame(drawing.buffer().size(), PF_Pixel{255, 90, 60, 30});
+    Drawing<Depth8> drawing(scene.width, scene.height);
+    std::vector<PF_Pixel> frame(drawing.pixels.size(), PF_Pixel{255, 90, 60, 30});
     const auto mix = [](unsigned over, unsigned under, unsigned alpha) {
         return static_cast<std::uint8_t>((over * alpha + under * (255u - alpha) + 127u) / 255u);
     };
@@ -65,7 +82,7 @@ void touchFrame(benchmark::State& state, const Scene& scene) {
         state, [] {},
         [&] {
             drawing.clear();
-            const PF_Pixel* source = drawing.buffer().data();
+            const PF_Pixel* source = drawing.pixels.data();
             for (PF_Pixel& under : frame) {
                 under.red = mix(source->red, under.red, source->alpha);
                 under.green = mix(source->green, under.green, source->alpha);
@@ -79,21 +96,21 @@ void touchFrame(benchmark::State& state, const Scene& scene) {
 // One line of length 1000, a little askew, in a frame that holds it.
 Scene gridScene(double radius, double ramp) {
     const streakfall::LineRecord line{150.3, 170.2, 1146.5, 257.4, 2.0 * radius, 0.0, 1};
-    return {"", 1300, 430, ramp, {line}};
+    return {"", 1300, 430, 1000.0, ramp, {line}};
 }
 
 template <class Depth>
 void addGridCell(double radius, const char* depth) {
-    constexpr Look kTranslucent{"translucent", true, 0.5, false};
+    constexpr Paint kTranslucent{"translucent", true, 0.5, false};
     for (const double ramp : {0.0, 0.3}) {
         static std::vector<std::unique_ptr<Scene>> scenes;
         scenes.push_back(std::make_unique<Scene>(gridScene(radius, ramp)));
-        for (const Look& look : {kOpaque, kTranslucent}) {
+        for (const Paint& paint : {kOpaque, kTranslucent}) {
             char name[96];
             std::snprintf(name, sizeof name, "grid/%g/%s/%s/%s", radius, depth,
-                          look.opacity < 1.0 ? "translucent" : "opaque",
+                          paint.opacity < 1.0 ? "translucent" : "opaque",
                           ramp > 0.0 ? "ramps" : "no ramps");
-            addDrawing<Depth>(name, *scenes.back(), look, kOurs)->MinTime(0.005)->Repetitions(3);
+            addDrawing<Depth>(name, *scenes.back(), paint, kOurs)->MinTime(0.005)->Repetitions(3);
         }
     }
 }

@@ -63,12 +63,17 @@ streakfall::FrameInfo frameInfo(const FrameSize& size) {
     return info;
 }
 
-streakfall::ConvertedParams paramsOf(const FieldCase& field, const FrameSize& size) {
+EffectParams defaultParams(const FrameSize& size) {
     EffectParams params;
     for (const ParamRow& row : streakfall::kParamRows) {
         if (row.type == PF_Param_POINT) put(params, row, percentOf(size, row));
         store(params, row, row.x);
     }
+    return params;
+}
+
+streakfall::ConvertedParams paramsOf(const FieldCase& field, const FrameSize& size) {
+    EffectParams params = defaultParams(size);
     for (const FieldCase::Setting& setting : field.settings) {
         const auto row = std::ranges::find_if(streakfall::kParamRows, [&](const ParamRow& r) {
             return std::strcmp(r.name, setting.name) == 0;

@@ -28,6 +28,9 @@ inline constexpr FrameSize kFrameSizes[] = {{"1920x1080", 1920, 1080}, {"3840x21
 
 streakfall::FrameInfo frameInfo(const FrameSize& size);
 
+// Every parameter as the host opens it on a layer of this size.
+streakfall::EffectParams defaultParams(const FrameSize& size);
+
 // What the host would hand the effect for this field, brought to drawing units.
 streakfall::ConvertedParams paramsOf(const FieldCase& field, const FrameSize& size);
 

@@ -6,15 +6,20 @@
 #include <vector>
 
 #include "lines/LineRecord.h"
+#include "shareForLines/Stroke.h"
 
 namespace bench {
 
 struct Scene {
     std::string name;
     int width, height;
-    double ramp;  // in and out ramp, as a part of each line
+    double length;  // of every line
+    double ramp;    // in and out ramp, as a part of each line
     std::vector<streakfall::LineRecord> lines;
 };
+
+// To nothing at both ends; none where the scene has none.
+void setUpRamps(streakfall::StrokeForm& stroke, const Scene& scene);
 
 // Lines of many colours: each line its own.
 struct LineColor {

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <vector>
 
 #include "lines/LineRecord.h"
 #include "lines/RandomSequence.h"
@@ -207,6 +209,17 @@ void traceLine(Stroke<Depth>& stroke, LineCanvas& canvas, const LineRecord& line
         t += dt;
         px += ux;
         py += uy;
+    }
+}
+
+// The lines of a frame, one after the other. penOf(i): the pen of line i.
+template <class Depth, class PenOf>
+void drawLineList(Stroke<Depth>& stroke, LineCanvas& canvas, const std::vector<LineRecord>& lines,
+                  PenOf penOf) {
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        stroke.pen = penOf(i);
+        stroke.thickness = lines[i].thickness;
+        reference::traceLine(stroke, canvas, lines[i]);
     }
 }
 
