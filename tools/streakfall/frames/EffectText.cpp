@@ -13,12 +13,6 @@ constexpr char kCommandLineVariable[] = "STREAKFALL_COMMAND_LINE";
 
 }  // namespace
 
-void addLanguageOption(CLI::App& command, std::string& language) {
-    command.add_option("--lang", language, "Language of the effect's texts: ja or en")
-        ->type_name("LANG")
-        ->check(CLI::IsMember({"ja", "en"}));
-}
-
 void askForLanguage(const std::string& language) {
     if (language.empty()) return;
     const char* line = language == "ja" ? "streakfall -L JP" : "streakfall -L EN";

@@ -24,6 +24,12 @@ void addModuleOption(CLI::App& command, std::string& path) {
         ->type_name("FILE");
 }
 
+void addLanguageOption(CLI::App& command, std::string& language) {
+    command.add_option("--lang", language, "Language of the effect's texts: ja or en")
+        ->type_name("LANG")
+        ->check(CLI::IsMember({"ja", "en"}));
+}
+
 void addValueOptions(CLI::App& command, ParamTexts& texts, bool overTime) {
     addRepeated(command, "--params", texts.files,
                 "Values from a file, JSON or the effect's own settings file:\n"

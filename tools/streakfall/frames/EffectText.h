@@ -1,14 +1,10 @@
 // The effect's own texts: which language it is asked for, and how they are shown.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <string>
 #include <string_view>
 
 namespace tool {
-
-// --lang.
-void addLanguageOption(CLI::App& command, std::string& language);
 
 // The effect takes its language from a switch on its host's command line, and settles it at the
 // first question in a process: to be called before the effect is loaded. An empty language leaves

@@ -1,10 +1,13 @@
-// The program's commands. Each adds its options to the command line, and when it is the one that
-// was called, does its work there and leaves the exit code in `result`; it throws Failure.
+// The program's commands, one file each.
 #pragma once
 
 #include <CLI/CLI.hpp>
 
 namespace tool {
+
+// Adds all commands to the command line. The one that is called does its work while the line is
+// parsed, and leaves the exit code in `result`; it throws Failure.
+void addCommands(CLI::App& program, int& result);
 
 void addRenderCommand(CLI::App& program, int& result);
 void addParamsCommand(CLI::App& program, int& result);

@@ -20,11 +20,7 @@ int main(int argc, char** argv) {
     program.require_subcommand(0, 1);
     program.get_formatter()->column_width(32);
     int result = 0;
-    tool::addRenderCommand(program, result);
-    tool::addParamsCommand(program, result);
-    tool::addDefaultsCommand(program, result);
-    tool::addAboutCommand(program, result);
-    tool::addValidateCommand(program, result);
+    tool::addCommands(program, result);
     program.footer("streakfall COMMAND --help tells more of a command.");
     try {
         program.parse(argc, argv);

@@ -1,4 +1,4 @@
-// The options that several commands share: the module, and values of parameters.
+// The options that several commands share: the module, its language, and values of parameters.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -8,6 +8,9 @@
 namespace tool {
 
 void addModuleOption(CLI::App& command, std::string& path);
+
+// --lang, for askForLanguage.
+void addLanguageOption(CLI::App& command, std::string& language);
 
 // --params and --set, and --key where time plays a part.
 void addValueOptions(CLI::App& command, ParamTexts& texts, bool overTime);

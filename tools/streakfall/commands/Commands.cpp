@@ -1,0 +1,18 @@
+#include "Commands.h"
+
+namespace tool {
+
+namespace {
+
+// In the order of --help.
+constexpr void (*kCommands[])(CLI::App& program, int& result) = {
+    addRenderCommand, addParamsCommand, addDefaultsCommand, addAboutCommand, addValidateCommand,
+};
+
+}  // namespace
+
+void addCommands(CLI::App& program, int& result) {
+    for (const auto add : kCommands) add(program, result);
+}
+
+}  // namespace tool
