@@ -49,7 +49,7 @@ class Command {
     PF_Err checkoutParam(A_long index, const Time& time, PF_ParamDef& definition);
     PF_Err checkinParam(PF_ParamDef& definition);
     PF_Err updateControl(A_long index, const PF_ParamDef& definition);
-    PF_Err cancelled() const;
+    virtual PF_Err cancelled() const;
 
     // In commands where the host takes no such call it is a violation.
     virtual PF_Err addParam(const PF_ParamDef& definition);

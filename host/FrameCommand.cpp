@@ -35,6 +35,11 @@ bool FrameCommand::reported(A_long done, A_long total) {
     return request_.onProgress && request_.onProgress(done, total);
 }
 
+PF_Err FrameCommand::cancelled() const {
+    return request_.isCancelled && request_.isCancelled() ? PF_Err{PF_Interrupt_CANCEL}
+                                                          : Command::cancelled();
+}
+
 void FrameCommand::transferring(const PF_EffectWorld& source, Depth depth) {
     if (request_.onTransfer) {
         request_.onTransfer(source, depth);
@@ -56,6 +61,7 @@ void FrameCommand::runTimed(PF_Cmd command, PF_ParamDef** params, PF_LayerDef* o
 FrameWorlds::FrameWorlds(Host& host, const FrameRequest& request, const PF_LRect& inputRect,
                          const PF_LRect& outputRect)
     : ledger_(host.ledger()),
+      watched_(host.offer().watchPixels),
       request_(request),
       left_(inputRect.left - request.originX),
       top_(inputRect.top - request.originY),
@@ -65,8 +71,9 @@ FrameWorlds::FrameWorlds(Host& host, const FrameRequest& request, const PF_LRect
 }
 
 std::unique_ptr<WorldBuffer> FrameWorlds::make(Host& host, const PF_LRect& rect) const {
-    auto buffer = WorldBuffer::make(rect.right - rect.left, rect.bottom - rect.top,
-                                    request_.input.depth(), host.offer(), false);
+    auto buffer =
+        WorldBuffer::make(rect.right - rect.left, rect.bottom - rect.top, request_.input.depth(),
+                          host.offer(), !host.offer().watchPixels);
     if (!buffer) {
         throw std::bad_alloc();
     }
@@ -78,13 +85,16 @@ std::unique_ptr<WorldBuffer> FrameWorlds::make(Host& host, const PF_LRect& rect)
 }
 
 void FrameWorlds::takeOutput(FrameResult& result) {
+    result.output = output_->toImage();
+    if (!watched_) {
+        return;
+    }
     if (!input_->holds(request_.input, left_, top_)) {
         ledger_.violation("the effect changed the input's pixels");
     }
     if (!input_->marginsIntact() || !output_->marginsIntact()) {
         ledger_.violation("the effect wrote outside the pixels of the input or the output");
     }
-    result.output = output_->toImage();
     result.unwritten = output_->untouchedPixels();
 }
 

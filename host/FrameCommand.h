@@ -18,6 +18,7 @@ class FrameCommand : public Command {
 
     PF_Err onCall(CallKind kind) override;
     bool reported(A_long done, A_long total) override;
+    PF_Err cancelled() const override;
     void transferring(const PF_EffectWorld& source, Depth depth) override;
     void transferred(double seconds) override;
 
@@ -45,6 +46,7 @@ class FrameWorlds {
     std::unique_ptr<WorldBuffer> make(Host& host, const PF_LRect& rect) const;
 
     Ledger& ledger_;
+    bool watched_;  // see HostOffer::watchPixels
     const FrameRequest& request_;
     A_long left_, top_;  // of the input's part, in the picture
     std::unique_ptr<WorldBuffer> input_;

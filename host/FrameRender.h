@@ -44,8 +44,10 @@ struct FrameRequest {
 
     // Sees the source of a transfer before it is laid over the output.
     std::function<void(const PF_EffectWorld& source, Depth depth)> onTransfer;
-    // Sees each report; true cancels.
+    // Sees each report; true answers it as a cancel.
     std::function<bool(A_long done, A_long total)> onProgress;
+    // Asked at each question of the effect whether the user cancels this frame.
+    std::function<bool()> isCancelled;
 };
 
 struct FrameResult {

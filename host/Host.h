@@ -32,9 +32,10 @@ struct DialogTalk {
 };
 
 // A host that plays one effect. Owner: the program. Several hosts may play one module on several
-// threads at once; one host's commands come from one thread at a time, but its services may be
-// called from all (see Module::called: handles of the effect's allocator and the suites it keeps
-// are in the books of the module's first caller).
+// threads at once, and frames of several instances of one host may be rendered on several threads
+// at once, as a host with multi-frame rendering does; its other commands come from one thread at a
+// time. Its services may be called from all (see Module::called: handles of the effect's allocator
+// and the suites it keeps are in the books of the module's first caller).
 class Host {
   public:
     explicit Host(Module& module, HostOffer offer = {});

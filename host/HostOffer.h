@@ -28,6 +28,11 @@ struct HostOffer {
     int guardBytes = 64;       // a multiple of 16
     bool shiftPixels = false;  // start of the pixels at 4 past a multiple of 16
 
+    // The output lies under junk before a render; after it guards, padding and the input's pixels
+    // are looked at, and pixels that were never written counted. Off for a program that renders
+    // and takes the effect's word: its output is clear before.
+    bool watchPixels = true;
+
     // Handle memory moves when its last lock goes, so that no address is kept past it.
     bool moveUnlockedHandles = false;
 

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <vector>
 
+#include "host/Blocks.h"
 #include "hostapi/hostapi.h"
 
 namespace standin {
@@ -69,7 +69,7 @@ class Image {
     int width_ = 0;
     int height_ = 0;
     Depth depth_ = Depth::bits8;
-    std::vector<std::byte> bytes_;
+    BlockBytes bytes_;
 };
 
 // FNV-1a, 64 bits, over a world's pixels as tight rows, without padding.

@@ -71,8 +71,8 @@ Track& Instance::track(A_long id) { return tracks_[info(id).index - 1]; }
 
 void Instance::storeValue(A_long id, const Value& value) { track(id).setConstant(value); }
 
-void Instance::storeKey(A_long id, const Time& time, const Value& value) {
-    track(id).setKey(time, value);
+void Instance::storeKey(A_long id, const Time& time, const Value& value, Way behind) {
+    track(id).setKey(time, value, behind);
 }
 
 void Instance::storeDefaults() {

@@ -53,7 +53,7 @@ class Instance {
     PF_Err setValue(A_long id, const Value& value);
     // As a script or a project sets it: stored without a command and without a look at ranges.
     void storeValue(A_long id, const Value& value);
-    void storeKey(A_long id, const Time& time, const Value& value);
+    void storeKey(A_long id, const Time& time, const Value& value, Way behind = Way::line);
     // All back to the defaults, without a command.
     void storeDefaults();
     Value value(A_long id) const { return value(id, now_); }

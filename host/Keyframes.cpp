@@ -17,14 +17,14 @@ void Track::setConstant(const Value& value) {
     constant_ = value;
 }
 
-void Track::setKey(const Time& time, const Value& value) {
+void Track::setKey(const Time& time, const Value& value, Way behind) {
     const auto place =
         std::lower_bound(keys_.begin(), keys_.end(), time,
                          [](const Key& key, const Time& sought) { return key.time < sought; });
     if (place != keys_.end() && place->time == time) {
-        place->value = value;
+        *place = {time, value, behind};
     } else {
-        keys_.insert(place, {time, value});
+        keys_.insert(place, {time, value, behind});
     }
 }
 
@@ -39,11 +39,14 @@ Value Track::at(const Time& time) const {
         return keys_.front().value;
     }
     const Key& from = *(after - 1);
-    if (after == keys_.end() || steps_ || from.time == time) {
+    if (after == keys_.end() || steps_ || from.behind == Way::hold || from.time == time) {
         return from.value;
     }
-    const double part =
+    double part =
         (time.seconds() - from.time.seconds()) / (after->time.seconds() - from.time.seconds());
+    if (from.behind == Way::ease) {
+        part = part * part * (3 - 2 * part);
+    }
     Value value;
     for (std::size_t i = 0; i < value.part.size(); ++i) {
         value.part[i] = from.value.part[i] + (after->value.part[i] - from.value.part[i]) * part;

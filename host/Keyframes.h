@@ -32,8 +32,12 @@ struct Value {
     bool operator==(const Value&) const = default;
 };
 
-// A value over time: one constant, or keys between which it runs in straight lines or, where the
-// host may not interpolate, stays at the key before. A value type.
+// How a value goes from one key to the next: in a straight line, not at all until the next key,
+// or slow at both ends (3 t^2 - 2 t^3 of the way at part t of the time).
+enum class Way { line, hold, ease };
+
+// A value over time: one constant, or keys between which it runs as each says of the way behind it.
+// Where the host may not interpolate, all hold. A value type.
 class Track {
   public:
     Track() = default;
@@ -42,7 +46,7 @@ class Track {
     // Drops all keys.
     void setConstant(const Value& value);
     // The first key replaces the constant; a key at the time of another replaces that one.
-    void setKey(const Time& time, const Value& value);
+    void setKey(const Time& time, const Value& value, Way behind = Way::line);
     bool keyed() const { return !keys_.empty(); }
 
     Value at(const Time& time) const;
@@ -51,6 +55,7 @@ class Track {
     struct Key {
         Time time;
         Value value;
+        Way behind;
     };
     Value constant_;
     std::vector<Key> keys_;  // ascending in time, no two alike

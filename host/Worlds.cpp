@@ -1,7 +1,6 @@
 #include "host/Worlds.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <mutex>
 #include <string>
@@ -70,8 +69,7 @@ bool WorldBuffer::allocate(std::size_t guard, bool clear) {
     const std::size_t pixels =
         static_cast<std::size_t>(world_.rowbytes) * static_cast<std::size_t>(world_.height);
     memorySize_ = pixelStart_ + pixels + guard;
-    const std::size_t wanted = std::max<std::size_t>(memorySize_, 1);
-    memory_ = static_cast<std::byte*>(clear ? std::calloc(wanted, 1) : std::malloc(wanted));
+    memory_ = static_cast<std::byte*>(blocks::take(memorySize_, clear));
     if (!memory_) {
         return false;
     }
@@ -90,7 +88,7 @@ WorldBuffer::~WorldBuffer() {
         const std::lock_guard lock(registry().mutex);
         registry().depths.erase(world_.data);
     }
-    std::free(memory_);
+    blocks::giveBack(memory_, memorySize_);
 }
 
 std::byte* WorldBuffer::row(A_long y) const {

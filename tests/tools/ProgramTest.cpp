@@ -283,14 +283,16 @@ TEST_F(ProgramTest, SavedDefaultsHoldForTheNextRunUntilTheyAreRestored) {
         const auto list = nlohmann::json::parse(run("params --json").out);
         return list.at(10)["default"].get<double>();
     };
-    EXPECT_EQ(run("defaults save --set Thickness=12.5").code, 0) << "no answer is a no";
+    EXPECT_EQ(run("defaults save --set Thickness=12.5").code, 1) << "no answer is a no";
     EXPECT_EQ(files(), std::vector<std::string>());
     ASSERT_EQ(run("defaults save --yes --set Thickness=12.5 --set Color=#010203").code, 0);
     EXPECT_EQ(files(), std::vector<std::string>({"effect.ini"}));
     EXPECT_EQ(thickness(), 12.5);
     ASSERT_EQ(render("--size 64x64 -q -o plain.png").code, 0);
+    ASSERT_EQ(render("--size 64x64 -q -o stored.png --stored-defaults").code, 0);
     ASSERT_EQ(render("--size 64x64 -q -o file.png --params effect.ini").code, 0);
-    EXPECT_TRUE(content("plain.png") == content("file.png"));
+    EXPECT_TRUE(content("stored.png") == content("file.png"));
+    EXPECT_FALSE(content("plain.png") == content("file.png")) << "stored values were not asked for";
 
     const Outcome question = shell("echo y | \"$P\" defaults restore --module effect.so --lang ja");
     EXPECT_EQ(question.code, 0) << question.error;

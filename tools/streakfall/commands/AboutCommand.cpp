@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <cstdlib>
 #include <memory>
 
@@ -7,6 +5,7 @@
 #include "EffectSession.h"
 #include "EffectText.h"
 #include "Failure.h"
+#include "Say.h"
 #include "ValueOptions.h"
 
 namespace tool {
@@ -22,14 +21,14 @@ struct AboutOptions {
 int showAbout(const AboutOptions& options) {
     askForLanguage(options.language);
     if (options.build) setenv("STREAKFALL_SHIFT", "1", 1);
-    EffectSession session(options.module);
+    EffectSession session(options.module, Defaults::kStored);
     std::string text;
     try {
         text = session.host().about();
     } catch (const std::runtime_error& error) {
         throw Failure(Exit::kEffect, error.what());
     }
-    fmt::print("{}\n", shownText(text));
+    print("{}\n", shownText(text));
     return 0;
 }
 

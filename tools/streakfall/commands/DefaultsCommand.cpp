@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <cmath>
 #include <filesystem>
 #include <iostream>
@@ -9,6 +7,7 @@
 #include "EffectSession.h"
 #include "EffectText.h"
 #include "Failure.h"
+#include "Say.h"
 #include "ValueOptions.h"
 
 namespace tool {
@@ -16,6 +15,8 @@ namespace tool {
 namespace {
 
 using standin::ParamInfo;
+
+constexpr int kDeclined = 1;
 
 struct DefaultsOptions {
     std::string module;
@@ -25,13 +26,13 @@ struct DefaultsOptions {
 };
 
 int showDefaults(const DefaultsOptions& options) {
-    EffectSession session(options.module);
+    EffectSession session(options.module, Defaults::kStored);
     const std::string file = session.settingsFile();
-    fmt::print("Settings file: {}{}\n", file,
-               std::filesystem::exists(file) ? "" : " (not there: the effect's own defaults hold)");
+    print("Settings file: {}{}\n", file,
+          std::filesystem::exists(file) ? "" : " (not there: the effect's own defaults hold)");
     for (const ParamInfo& param : session.host().params())
         if (param.hasValue() && param.type != PF_Param_POINT)
-            fmt::print("{:25} {}\n", param.name, valueText(param, param.defaultValue));
+            print("{:25} {}\n", param.name, valueText(param, param.defaultValue));
     return 0;
 }
 
@@ -61,18 +62,17 @@ class Dialog {
 
 bool confirmed(const std::string& file, const StandinDialogWindow& window,
                const StandinDialogControl& button, bool yes) {
-    fmt::print("{} ({})\n", shownText(window.groupBox.text), file);
+    print("{} ({})\n", shownText(window.groupBox.text), file);
     if (yes) {
-        fmt::print("  {}\n", shownText(button.text));
+        print("  {}\n", shownText(button.text));
         return true;
     }
-    fmt::print("  {}? [y/N] ", shownText(button.text));
-    std::cout.flush();
-    std::fflush(stdout);
+    print("  {}? [y/N] ", shownText(button.text));
+    (void)flushOutput();
     std::string answer;
     std::getline(std::cin, answer);
     if (answer == "y" || answer == "Y" || answer == "yes") return true;
-    fmt::print("Nothing changed.\n");
+    print("Nothing changed.\n");
     return false;
 }
 
@@ -98,15 +98,15 @@ void checkSaved(standin::Instance& instance, const std::string& file) {
 
 int saveDefaults(const DefaultsOptions& options) {
     askForLanguage(options.language);
-    EffectSession session(options.module);
+    EffectSession session(options.module, Defaults::kStored);
     const ParamArguments arguments = session.readArguments(options.params);
-    for (const std::string& warning : arguments.warnings())
-        fmt::print(stderr, "note: {}\n", warning);
+    for (const std::string& warning : arguments.warnings()) say("note: {}\n", warning);
     standin::Instance instance = session.makeInstance({});
     storeValues(instance, arguments, {});
     Dialog dialog(instance);
     const StandinDialogWindow& window = dialog.look();
-    if (!confirmed(session.settingsFile(), window, window.firstButton, options.yes)) return 0;
+    if (!confirmed(session.settingsFile(), window, window.firstButton, options.yes))
+        return kDeclined;
     dialog.leaveBy(kStandinDialogFirstButton);
     checkSaved(instance, session.settingsFile());
     return 0;
@@ -114,11 +114,12 @@ int saveDefaults(const DefaultsOptions& options) {
 
 int restoreDefaults(const DefaultsOptions& options) {
     askForLanguage(options.language);
-    EffectSession session(options.module);
+    EffectSession session(options.module, Defaults::kStored);
     standin::Instance instance = session.makeInstance({});
     Dialog dialog(instance);
     const StandinDialogWindow& window = dialog.look();
-    if (!confirmed(session.settingsFile(), window, window.secondButton, options.yes)) return 0;
+    if (!confirmed(session.settingsFile(), window, window.secondButton, options.yes))
+        return kDeclined;
     dialog.leaveBy(kStandinDialogSecondButton);
     if (std::filesystem::exists(session.settingsFile()))
         fail(Exit::kOutput, "cannot remove {}", session.settingsFile());

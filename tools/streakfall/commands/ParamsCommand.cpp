@@ -7,6 +7,7 @@
 #include "EffectSession.h"
 #include "Failure.h"
 #include "RenderOptions.h"
+#include "Say.h"
 #include "ValueOptions.h"
 
 namespace tool {
@@ -29,8 +30,7 @@ class Panel {
     Panel(EffectSession& session, const ParamsOptions& options) {
         const ParamArguments arguments = session.readArguments(options.params);
         if (arguments.values().empty()) return;
-        for (const std::string& warning : arguments.warnings())
-            fmt::print(stderr, "note: {}\n", warning);
+        for (const std::string& warning : arguments.warnings()) say("note: {}\n", warning);
         instance_ = std::make_unique<standin::Instance>(
             session.makeInstance(parseSize(options.size, "--size")));
         storeValues(*instance_, arguments, {});
@@ -114,7 +114,7 @@ void printJson(const std::vector<ParamInfo>& params, const Panel& panel) {
         }
         list.push_back(std::move(entry));
     }
-    fmt::print("{}\n", list.dump(2));
+    print("{}\n", list.dump(2));
 }
 
 std::string rangeText(double least, double most) { return fmt::format("{} to {}", least, most); }
@@ -126,7 +126,7 @@ void printTable(const std::vector<ParamInfo>& params, const Panel& panel) {
     };
     const auto put = [](std::string text) {
         text.erase(text.find_last_not_of(' ') + 1);
-        fmt::print("{}\n", text);
+        print("{}\n", text);
     };
     put(line("Index", "Id", "Name", "Kind", "Default", "Valid", "Slider", "Display") +
         (panel ? " Value" : ""));
@@ -144,7 +144,7 @@ void printTable(const std::vector<ParamInfo>& params, const Panel& panel) {
 }
 
 int listParams(const ParamsOptions& options) {
-    EffectSession session(options.module);
+    EffectSession session(options.module, Defaults::kStored);
     const Panel panel(session, options);
     if (options.json)
         printJson(session.host().params(), panel);

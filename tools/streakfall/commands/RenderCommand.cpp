@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <filesystem>
 #include <memory>
 
@@ -7,6 +5,7 @@
 #include "FrameList.h"
 #include "Interrupt.h"
 #include "RenderRun.h"
+#include "Say.h"
 #include "ValueOptions.h"
 
 namespace tool {
@@ -84,20 +83,20 @@ void addTalkOptions(CLI::App& command, RenderTexts& texts) {
 }
 
 int printPlan(const RenderOptions& options) {
-    fmt::print("{}\n", describeFrames(options.frames));
+    print("{}\n", describeFrames(options.frames));
     for (const FrameJob& job : planJobs(options)) {
         std::error_code ignored;
         const bool missing = options.input && !std::filesystem::exists(job.input, ignored);
         const bool exists = std::filesystem::exists(job.output, ignored);
-        fmt::print("frame {}: {}{} -> {}{}\n", job.frame, options.input ? job.input : "(empty)",
-                   missing ? " (missing)" : "", job.output, exists ? " (exists)" : "");
+        print("frame {}: {}{} -> {}{}\n", job.frame, options.input ? job.input : "(empty)",
+              missing ? " (missing)" : "", job.output, exists ? " (exists)" : "");
     }
     return 0;
 }
 
 int render(const RenderTexts& texts) {
     const RenderOptions options(texts);
-    EffectSession session(texts.module);
+    EffectSession session(texts.module, texts.storedDefaults ? Defaults::kStored : Defaults::kOwn);
     const ParamArguments arguments = session.readArguments(texts.params);
     if (options.dryRun) return printPlan(options);
     watchSignals();
@@ -112,6 +111,11 @@ void addRenderCommand(CLI::App& program, int& result) {
     addFileOptions(*command, *texts);
     addModuleOption(*command, texts->module);
     addValueOptions(*command, texts->params, true);
+    command
+        ->add_flag("--stored-defaults", texts->storedDefaults,
+                   "Start from the values that \"defaults save\" stored; without\n"
+                   "it a render depends on its arguments and files alone")
+        ->group("Parameters");
     addPictureOptions(*command, *texts);
     addTalkOptions(*command, *texts);
     command->footer(kExamples);

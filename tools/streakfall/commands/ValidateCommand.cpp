@@ -1,7 +1,4 @@
-#include <fmt/format.h>
-
 #include <algorithm>
-#include <cstdio>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
@@ -10,6 +7,7 @@
 #include "Commands.h"
 #include "EffectSession.h"
 #include "Failure.h"
+#include "Say.h"
 #include "validate/Check.h"
 #include "validate/Runner.h"
 
@@ -59,20 +57,20 @@ void printList(const std::vector<Check>& checks, bool json) {
         if (json)
             all.push_back(describe(check));
         else
-            fmt::print("{:>2}  {:26} {}\n", check.level, check.name, check.sentence);
+            print("{:>2}  {:26} {}\n", check.level, check.name, check.sentence);
     }
-    if (json) fmt::print("{}\n", all.dump(2));
+    if (json) print("{}\n", all.dump(2));
 }
 
 // One line a check; findings after the first stand below it.
 void printResult(const Check& check, const CheckResult& result) {
-    fmt::print("{} {:26} {:6.2f} s", result.passed() ? "ok  " : "FAIL", check.name, result.seconds);
+    print("{} {:26} {:6.2f} s", result.passed() ? "ok  " : "FAIL", check.name, result.seconds);
     const auto& words = result.passed() ? result.notes : result.findings;
     for (std::size_t i = 0; i < words.size(); ++i) {
-        fmt::print("{}{}", i == 0 ? "  " : result.passed() ? ", " : "\n     ", words[i]);
+        print("{}{}", i == 0 ? "  " : result.passed() ? ", " : "\n     ", words[i]);
     }
-    fmt::print("\n");
-    std::fflush(stdout);
+    print("\n");
+    (void)flushOutput();
 }
 
 CheckResult run(const Check& check, const validate::Subject& subject) {
@@ -101,9 +99,9 @@ int runChecks(const ValidateOptions& options, const std::vector<Check>& checks) 
         all.push_back(std::move(entry));
     }
     if (options.json)
-        fmt::print("{}\n", all.dump(2, ' ', false, Json::error_handler_t::replace));
+        print("{}\n", all.dump(2, ' ', false, Json::error_handler_t::replace));
     else
-        fmt::print("{} checks, {} failed, seed {}\n", checks.size(), failed, options.subject.seed);
+        print("{} checks, {} failed, seed {}\n", checks.size(), failed, options.subject.seed);
     return failed == 0 ? 0 : 1;
 }
 

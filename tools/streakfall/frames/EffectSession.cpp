@@ -22,6 +22,16 @@ Version unpack(A_u_long word) {
     return {(word >> 19 & 7) | (word >> 26 & 15) << 3, word >> 15 & 15, word >> 11 & 15};
 }
 
+// The effect looks for stored values beside the module, wherever the host says that this is. There
+// can be no file below a device.
+standin::HostOffer offerFor(Defaults defaults) {
+    standin::HostOffer offer;
+    offer.guardBytes = 0;
+    offer.watchPixels = false;
+    if (defaults == Defaults::kOwn) offer.modulePath = fmt::format("/dev/null/{}", kModuleName);
+    return offer;
+}
+
 }  // namespace
 
 std::string locateModule(const std::string& given) {
@@ -35,8 +45,9 @@ std::string locateModule(const std::string& given) {
     return std::filesystem::absolute(path).string();
 }
 
-EffectSession::EffectSession(const std::string& modulePath) try
-    : module_(locateModule(modulePath)), host_(std::make_unique<standin::Host>(module_)) {
+EffectSession::EffectSession(const std::string& modulePath, Defaults defaults) try
+    : module_(locateModule(modulePath)),
+      host_(std::make_unique<standin::Host>(module_, offerFor(defaults))) {
     if (const PF_Err code = host_->start(); code != PF_Err_NONE)
         fail(Exit::kEffect, "the effect does not start: code {}", code);
 } catch (const standin::ModuleError& error) {
@@ -48,6 +59,7 @@ ParamArguments EffectSession::readArguments(const ParamTexts& texts) const {
 }
 
 standin::Instance EffectSession::makeInstance(standin::LayerSize layer) {
+    const std::lock_guard lock(making_);
     try {
         return standin::Instance(*host_, layer);
     } catch (const standin::EffectError& error) {

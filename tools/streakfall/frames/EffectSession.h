@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
 #include <string>
 
 #include "ParamArguments.h"
@@ -15,15 +16,20 @@ namespace tool {
 // program. Throws Failure (effect) when there is none.
 [[nodiscard]] std::string locateModule(const std::string& given);
 
+// What new instances open with: the values that the options dialog stored beside the module, or
+// the effect's own whatever is stored there.
+enum class Defaults { kStored, kOwn };
+
 class EffectSession {
   public:
     // An empty path means the module beside the program. Throws Failure (effect).
-    explicit EffectSession(const std::string& modulePath);
+    EffectSession(const std::string& modulePath, Defaults defaults);
 
     [[nodiscard]] standin::Host& host() { return *host_; }
     [[nodiscard]] ParamArguments readArguments(const ParamTexts& texts) const;
 
-    // A new instance on a layer of this size, at the effect's defaults. Throws Failure (effect).
+    // A new instance on a layer of this size, at the effect's defaults. Safe from any thread; the
+    // frames of several instances may be rendered at once. Throws Failure (effect).
     [[nodiscard]] standin::Instance makeInstance(standin::LayerSize layer);
 
     // Where the effect keeps saved defaults: beside the module, under its name.
@@ -36,6 +42,7 @@ class EffectSession {
   private:
     standin::Module module_;
     std::unique_ptr<standin::Host> host_;
+    std::mutex making_;
 };
 
 // Time runs in steps: frame n stands at n * timeStep / timeScale seconds.

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "Say.h"
+
 namespace tool {
 
 namespace {
@@ -18,8 +20,7 @@ ProgressStyle settle(ProgressStyle style) {
 
 // File names need not be UTF-8, which JSON must be.
 void putJsonLine(const nlohmann::ordered_json& object) {
-    fmt::print(stderr, "{}\n",
-               object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
+    say("{}\n", object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
 }
 
 }  // namespace
@@ -28,14 +29,14 @@ Progress::Progress(ProgressStyle style, bool verbose, std::size_t frames)
     : style_(settle(style)), verbose_(verbose), frames_(frames) {}
 
 Progress::~Progress() {
-    if (drawnPerMille_ >= 0) fmt::print(stderr, "\n");
+    if (drawnPerMille_ >= 0) say("\n");
 }
 
 void Progress::start(const std::string& description) {
     if (style_ == ProgressStyle::kJson)
         putJsonLine({{"event", "start"}, {"frames", frames_}, {"text", description}});
     else if (style_ != ProgressStyle::kNone)
-        fmt::print(stderr, "{}\n", description);
+        say("{}\n", description);
 }
 
 // The effect's reports may go past their total.
@@ -73,7 +74,7 @@ void Progress::note(const std::string& text) {
     if (style_ == ProgressStyle::kJson)
         putJsonLine({{"event", "note"}, {"text", text}});
     else
-        fmt::print(stderr, "{}\n", text);
+        say("{}\n", text);
 }
 
 void Progress::drawBar() {
@@ -82,27 +83,25 @@ void Progress::drawBar() {
     if (perMille == drawnPerMille_) return;
     drawnPerMille_ = perMille;
     const int filled = static_cast<int>(reached_ * kCells);
-    fmt::print(stderr, "\r[{:#<{}}{:.<{}}] {}/{} frames, {:3} %", "", filled, "", kCells - filled,
-               done_, frames_, static_cast<int>(reached_ * 100));
-    std::fflush(stderr);
+    say("\r[{:#<{}}{:.<{}}] {}/{} frames, {:3} %", "", filled, "", kCells - filled, done_, frames_,
+        static_cast<int>(reached_ * 100));
 }
 
 void Progress::clearBar() {
     if (drawnPerMille_ < 0) return;
     drawnPerMille_ = -1;
-    fmt::print(stderr, "\r\x1b[K");
+    say("\r\x1b[K");
 }
 
 void Progress::putLine(const FrameReport& report) {
     if (report.outcome == "failed") {
-        fmt::print(stderr, "streakfall: frame {}: {}\n", report.frame, report.trouble);
+        say("streakfall: frame {}: {}\n", report.frame, report.trouble);
         return;
     }
-    fmt::print(stderr, "[{}/{}] frame {} {} {}", done_, frames_, report.frame, report.outcome,
-               report.file);
+    say("[{}/{}] frame {} {} {}", done_, frames_, report.frame, report.outcome, report.file);
     if (verbose_ && report.outcome == "written")
-        fmt::print(stderr, ", effect {:.1f} ms", report.effectSeconds * 1000);
-    fmt::print(stderr, "\n");
+        say(", effect {:.1f} ms", report.effectSeconds * 1000);
+    say("\n");
 }
 
 void Progress::putJson(const FrameReport& report) {

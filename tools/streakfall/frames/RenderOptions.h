@@ -17,6 +17,7 @@ struct RenderTexts {
     std::string scale = "1", road = "smart", existing = "overwrite", progress = "auto";
     std::string module;
     ParamTexts params;
+    bool storedDefaults = false;
     bool quiet = false, verbose = false, dryRun = false;
 };
 

@@ -26,10 +26,9 @@ std::vector<FrameJob> planJobs(const RenderOptions& options) {
 RenderRun::RenderRun(const RenderOptions& options, EffectSession& session,
                      const ParamArguments& arguments)
     : options_(options),
-      session_(session),
-      arguments_(arguments),
       jobs_(planJobs(options)),
-      progress_(options.progress, options.verbose, jobs_.size()) {
+      progress_(options.progress, options.verbose, jobs_.size()),
+      renderer_(session, arguments, {options.rate, options.divisor, options.road}) {
     checkOutputs();
     progress_.start(describeFrames(options.frames));
     for (const std::string& warning : arguments.warnings()) progress_.note("note: " + warning);
@@ -98,43 +97,17 @@ std::future<ReadyFrame> RenderRun::readAhead(std::size_t index) {
 }
 
 void RenderRun::renderFrame(const FrameJob& job, ReadyFrame ready) {
-    standin::Instance& instance = instanceFor(ready.layer);
-    const standin::FrameRequest request = requestFor(job, std::move(ready));
-    standin::FrameResult result = standin::renderFrame(instance, request);
-    finishWriting();
-    if (interruptSignal() != 0) return;  // whatever came out may be half a picture
-    if (result.code != PF_Err_NONE)
-        fail(Exit::kEffect, "frame {}: the effect answered with code {}{}{}", job.frame,
-             result.code, result.message.empty() ? "" : ": ", result.message);
-    if (!result.rendered || result.output.empty())
-        fail(Exit::kEffect, "frame {}: the effect gave no picture", job.frame);
-    startWriting(job, std::move(result.output), result.renderSeconds - result.transferSeconds);
-}
-
-standin::FrameRequest RenderRun::requestFor(const FrameJob& job, ReadyFrame ready) {
-    standin::FrameRequest request;
-    request.road = options_.road;
-    request.input = std::move(ready.picture);
-    request.currentTime = timeOf(job.frame, options_.rate, "--frames");
-    request.timeStep = options_.rate.timeStep;
-    request.timeScale = options_.rate.timeScale;
-    request.downsampleX = request.downsampleY = {1, static_cast<A_u_long>(options_.divisor)};
-    request.onProgress = [this](A_long done, A_long total) {
-        if (total > 0) progress_.within(current_, static_cast<double>(done) / total);
-        return interruptSignal() != 0;
-    };
-    return request;
-}
-
-standin::Instance& RenderRun::instanceFor(standin::LayerSize layer) {
-    const bool fits = instance_ && instance_->layer().width == layer.width &&
-                      instance_->layer().height == layer.height;
-    if (!fits) {
-        instance_.reset();
-        instance_.emplace(session_.makeInstance(layer));
-        storeValues(*instance_, arguments_, options_.rate);
+    FrameTask task{job.frame, ready.layer, std::move(ready.picture),
+                   [this](double part) { progress_.within(current_, part); },
+                   [] { return interruptSignal() != 0; }};
+    DrawnFrame drawn;
+    try {
+        drawn = renderer_.draw(std::move(task));
+    } catch (const Failure& failure) {
+        throw Failure(failure.code(), fmt::format("frame {}: {}", job.frame, failure.what()));
     }
-    return *instance_;
+    finishWriting();
+    if (!drawn.picture.empty()) startWriting(job, std::move(drawn.picture), drawn.effectSeconds);
 }
 
 void RenderRun::startWriting(const FrameJob& job, standin::Image picture, double effectSeconds) {

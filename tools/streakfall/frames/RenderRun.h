@@ -13,6 +13,7 @@
 
 #include "Failure.h"
 #include "FrameReader.h"
+#include "FrameRenderer.h"
 #include "Progress.h"
 
 namespace tool {
@@ -32,20 +33,16 @@ class RenderRun {
     void checkOutputs() const;
     [[nodiscard]] std::future<ReadyFrame> readAhead(std::size_t index);
     void renderFrame(const FrameJob& job, ReadyFrame ready);
-    [[nodiscard]] standin::FrameRequest requestFor(const FrameJob& job, ReadyFrame ready);
-    standin::Instance& instanceFor(standin::LayerSize layer);
     void startWriting(const FrameJob& job, standin::Image picture, double effectSeconds);
     void finishWriting();
     void reportFailure(const FrameJob& job, const Failure& failure);
     [[nodiscard]] int exitCode() const;
 
     const RenderOptions& options_;
-    EffectSession& session_;
-    const ParamArguments& arguments_;
     std::vector<FrameJob> jobs_;
     standin::Depth depth_ = standin::Depth::bits8;
     Progress progress_;
-    std::optional<standin::Instance> instance_;
+    FrameRenderer renderer_;
     std::optional<FrameReader> reader_;
     std::size_t current_ = 0;  // the job in the effect
     std::future<void> writing_;
