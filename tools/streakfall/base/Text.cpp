@@ -68,6 +68,25 @@ int editDistance(std::string_view first, std::string_view second) {
     return row.back();
 }
 
+std::vector<std::string> nearestOf(std::string_view wanted, const std::vector<std::string>& names) {
+    constexpr std::size_t kCount = 3;
+    const std::string text = lowered(trimmed(wanted));
+    std::vector<std::pair<int, std::string>> byDistance;
+    for (const std::string& name : names) {
+        const bool part = text.size() > 2 && lowered(name).find(text) != std::string::npos;
+        const int distance = editDistance(text, name);
+        byDistance.emplace_back(part ? std::min(distance, 2) : distance, name);
+    }
+    std::stable_sort(byDistance.begin(), byDistance.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    const int farthest = static_cast<int>(text.size()) / 2;
+    std::vector<std::string> nearest;
+    for (const auto& [distance, name] : byDistance)
+        if (nearest.empty() || (distance <= farthest && nearest.size() < kCount))
+            nearest.push_back(name);
+    return nearest;
+}
+
 std::string quotedList(const std::vector<std::string>& names) {
     std::string text;
     for (const std::string& name : names) {

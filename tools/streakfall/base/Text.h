@@ -21,6 +21,11 @@ namespace tool {
 // Insertions, deletions and replacements that turn one text into the other, case aside.
 [[nodiscard]] int editDistance(std::string_view a, std::string_view b);
 
+// Those names that the wanted one may be a slip of, the likeliest first: three at most, and one at
+// least unless there are none. A part of a name counts as near: "Seed" is meant for "Random Seed".
+[[nodiscard]] std::vector<std::string> nearestOf(std::string_view wanted,
+                                                 const std::vector<std::string>& names);
+
 // "a, b and c" style would hide where a name begins or ends in a blank: names come quoted.
 [[nodiscard]] std::string quotedList(const std::vector<std::string>& names);
 

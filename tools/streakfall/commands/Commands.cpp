@@ -6,7 +6,8 @@ namespace {
 
 // In the order of --help.
 constexpr void (*kCommands[])(CLI::App& program, int& result) = {
-    addRenderCommand, addParamsCommand, addDefaultsCommand, addAboutCommand, addValidateCommand,
+    addRenderCommand, addParamsCommand,   addExplainCommand, addLooksCommand,
+    addSheetCommand,  addDefaultsCommand, addAboutCommand,   addValidateCommand,
 };
 
 }  // namespace

@@ -11,6 +11,9 @@ void addCommands(CLI::App& program, int& result);
 
 void addRenderCommand(CLI::App& program, int& result);
 void addParamsCommand(CLI::App& program, int& result);
+void addExplainCommand(CLI::App& program, int& result);
+void addLooksCommand(CLI::App& program, int& result);
+void addSheetCommand(CLI::App& program, int& result);
 void addDefaultsCommand(CLI::App& program, int& result);
 void addAboutCommand(CLI::App& program, int& result);
 void addValidateCommand(CLI::App& program, int& result);

@@ -6,9 +6,11 @@
 #include "Commands.h"
 #include "EffectSession.h"
 #include "Failure.h"
+#include "ParamText.h"
 #include "RenderOptions.h"
 #include "Say.h"
 #include "ValueOptions.h"
+#include "Words.h"
 
 namespace tool {
 
@@ -19,6 +21,7 @@ using standin::ParamInfo;
 
 struct ParamsOptions {
     std::string module;
+    std::string language;
     std::string size = "1920x1080";
     ParamTexts params;
     bool json = false;
@@ -42,22 +45,17 @@ class Panel {
     [[nodiscard]] std::string value(const ParamInfo& param) const {
         return valueText(param, instance_->value(param.id));
     }
+    // For the table; empty without values.
+    [[nodiscard]] std::string text(const ParamInfo& param) const {
+        if (instance_ == nullptr || !param.hasValue()) return "";
+        return value(param) + (live(param) ? "" : "  (greyed)");
+    }
     // As the effect told the host in its last update.
     [[nodiscard]] bool live(const ParamInfo& param) const { return instance_->enabled(param.id); }
 
   private:
     std::unique_ptr<standin::Instance> instance_;
 };
-
-std::string defaultText(const ParamInfo& param) {
-    const auto& part = param.defaultValue.part;
-    if (param.type == PF_Param_POINT) return fmt::format("{}%,{}%", part[0], part[1]);
-    return valueText(param, param.defaultValue);
-}
-
-bool hasRange(const ParamInfo& param) {
-    return param.type == PF_Param_FLOAT_SLIDER || param.type == PF_Param_SLIDER;
-}
 
 std::string displayName(const ParamInfo& param) {
     if (!hasRange(param)) return "";
@@ -93,6 +91,18 @@ Json defaultJson(const ParamInfo& param) {
     }
 }
 
+// In both languages; null for the ends of groups.
+Json wordsJson(const ParamInfo& param) {
+    Json both;
+    for (const Language language : {Language::kEnglish, Language::kJapanese})
+        if (const ControlWords* words = wordsOf(param.id, language))
+            both[languageCode(language)] = {{"what", words->what},
+                                            {"unit", words->unit},
+                                            {"with", words->with},
+                                            {"hint", words->hint}};
+    return both;
+}
+
 void printJson(const std::vector<ParamInfo>& params, const Panel& panel) {
     Json list = Json::array();
     for (const ParamInfo& param : params) {
@@ -112,15 +122,15 @@ void printJson(const std::vector<ParamInfo>& params, const Panel& panel) {
             entry["value"] = panel.value(param);
             entry["live"] = panel.live(param);
         }
+        entry["words"] = wordsJson(param);
         list.push_back(std::move(entry));
     }
     print("{}\n", list.dump(2));
 }
 
-std::string rangeText(double least, double most) { return fmt::format("{} to {}", least, most); }
-
-void printTable(const std::vector<ParamInfo>& params, const Panel& panel) {
-    constexpr auto kRow = "{:>5} {:>3}  {:25} {:12} {:>9}  {:16} {:14} {:8}";
+void printTable(const std::vector<ParamInfo>& params, const Panel& panel, Language language) {
+    constexpr auto kRow = "{:>5} {:>3}  {:25} {:12} {:>9}  {:16} {:14} {:8} {:{}} {}";
+    const int valueWidth = panel ? 18 : 0;
     const auto line = [&](const auto&... cells) {
         return fmt::format(fmt::runtime(kRow), cells...);
     };
@@ -128,18 +138,16 @@ void printTable(const std::vector<ParamInfo>& params, const Panel& panel) {
         text.erase(text.find_last_not_of(' ') + 1);
         print("{}\n", text);
     };
-    put(line("Index", "Id", "Name", "Kind", "Default", "Valid", "Slider", "Display") +
-        (panel ? " Value" : ""));
+    put(line("Index", "Id", "Name", "Kind", "Default", "Valid", "Slider", "Display",
+             panel ? "Value" : "", valueWidth, "What it does"));
     for (const ParamInfo& param : params) {
         const std::string name = (param.group.empty() ? "" : "  ") + param.name;
         const bool range = hasRange(param);
-        std::string text =
-            line(param.index, param.id, name, standin::kindName(param.type), defaultText(param),
+        const ControlWords* words = wordsOf(param.id, language);
+        put(line(param.index, param.id, name, standin::kindName(param.type), defaultText(param),
                  range ? rangeText(param.validMin, param.validMax) : "",
-                 range ? rangeText(param.sliderMin, param.sliderMax) : "", displayName(param));
-        if (panel && param.hasValue())
-            text += fmt::format(" {}{}", panel.value(param), panel.live(param) ? "" : "  (greyed)");
-        put(std::move(text));
+                 range ? rangeText(param.sliderMin, param.sliderMax) : "", displayName(param),
+                 panel.text(param), valueWidth, words != nullptr ? words->what : ""));
     }
 }
 
@@ -149,7 +157,7 @@ int listParams(const ParamsOptions& options) {
     if (options.json)
         printJson(session.host().params(), panel);
     else
-        printTable(session.host().params(), panel);
+        printTable(session.host().params(), panel, chooseLanguage(options.language));
     return 0;
 }
 
@@ -164,6 +172,7 @@ void addParamsCommand(CLI::App& program, int& result) {
         ->type_name("WxH")
         ->capture_default_str();
     addModuleOption(*command, options->module);
+    addLanguageOption(*command, options->language);
     addValueOptions(*command, options->params, false);
     command->callback([options, &result] { result = listParams(*options); });
 }

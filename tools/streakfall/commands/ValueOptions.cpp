@@ -31,6 +31,10 @@ void addLanguageOption(CLI::App& command, std::string& language) {
 }
 
 void addValueOptions(CLI::App& command, ParamTexts& texts, bool overTime) {
+    addRepeated(command, "--look", texts.looks,
+                "A look that ships (\"streakfall looks\" lists them) or a file;\n"
+                "one that names its frame is fitted to this one",
+                "NAME|FILE");
     addRepeated(command, "--params", texts.files,
                 "Values from a file, JSON or the effect's own settings file:\n"
                 "{\"Thickness\": 3, \"Color\": \"#ff8000\", \"Offset\": {\"1\": 0, \"24\": 200}}",

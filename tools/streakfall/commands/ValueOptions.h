@@ -12,7 +12,7 @@ void addModuleOption(CLI::App& command, std::string& path);
 // --lang, for askForLanguage.
 void addLanguageOption(CLI::App& command, std::string& language);
 
-// --params and --set, and --key where time plays a part.
+// --look, --params and --set, and --key where time plays a part.
 void addValueOptions(CLI::App& command, ParamTexts& texts, bool overTime);
 
 }  // namespace tool

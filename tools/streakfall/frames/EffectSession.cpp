@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "Failure.h"
+#include "Look.h"
 
 namespace tool {
 
@@ -92,7 +93,10 @@ void storeValues(standin::Instance& instance, const ParamArguments& arguments,
                  const FrameRate& rate) {
     for (const auto& [index, keys] : arguments.values()) {
         for (const auto& [frame, text] : keys.byFrame) {
-            const standin::Value value = text.on(instance.layer());
+            standin::Value value = text.on(instance.layer());
+            if (keys.madeFor)  // numbers alone are fitted, and a number is the first part
+                value.part[0] =
+                    fitted(value.part[0], fitOf(keys.param->id), *keys.madeFor, instance.layer());
             if (!keys.keyed)
                 instance.storeValue(keys.param->id, value);
             else

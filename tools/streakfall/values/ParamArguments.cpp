@@ -1,12 +1,12 @@
 #include "ParamArguments.h"
 
-#include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "Failure.h"
 #include "FrameList.h"
+#include "Look.h"
 #include "Text.h"
+#include "TextFile.h"
 
 namespace tool {
 
@@ -15,20 +15,6 @@ using standin::ParamInfo;
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-constexpr std::size_t kLongestFile = 16u << 20;
-
-std::string readTextFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) fail(Exit::kInput, "--params: cannot read {}", path);
-    std::string text(kLongestFile + 1, '\0');
-    file.read(text.data(), static_cast<std::streamsize>(text.size()));
-    if (file.bad()) fail(Exit::kInput, "--params: cannot read {}", path);
-    text.resize(static_cast<std::size_t>(file.gcount()));
-    if (text.size() > kLongestFile)
-        fail(Exit::kInput, "--params: {} is longer than {} bytes", path, kLongestFile);
-    return text;
-}
 
 // A JSON value as the text that --set takes.
 std::string plainText(const Json& value, std::string_view name) {
@@ -58,6 +44,7 @@ int parseKeyFrame(std::string_view text, std::string_view name) {
 ParamArguments::ParamArguments(const ParamLookup& lookup, std::string_view section,
                                const ParamTexts& texts)
     : lookup_(lookup), section_(section) {
+    for (const std::string& look : texts.looks) addLook(look);
     for (const std::string& path : texts.files) addFile(path);
     for (const std::string& text : texts.sets) addSet(text);
     for (const std::string& text : texts.keys) addKey(text);
@@ -71,8 +58,19 @@ std::vector<std::string> ParamArguments::warnings() const {
     return lines;
 }
 
+void ParamArguments::addLook(const std::string& keyOrPath) {
+    const Look look = loadLook(keyOrPath);
+    ParamArguments own(*this);
+    own.values_.clear();
+    own.addJson(look.values);
+    for (auto& [index, keys] : own.values_) {
+        keys.madeFor = look.size;
+        values_.insert_or_assign(index, std::move(keys));
+    }
+}
+
 void ParamArguments::addFile(const std::string& path) {
-    const std::string text = readTextFile(path);
+    const std::string text = readTextFile("--params", path);
     try {
         if (trimmed(text).starts_with('{'))
             addJson(text);

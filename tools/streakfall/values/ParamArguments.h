@@ -1,9 +1,10 @@
 // The parameter values a command line gives: files of values (JSON, or the settings file that the
 // effect keeps its defaults in), single values, and values over time. Later ones win over earlier
-// ones of the same parameter, in the order files, --set, --key.
+// ones of the same parameter, in the order looks, files, --set, --key.
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,9 +15,10 @@
 namespace tool {
 
 struct ParamTexts {
-    std::vector<std::string> files;  // --params
-    std::vector<std::string> sets;   // --set "Name=value"
-    std::vector<std::string> keys;   // --key "Name@1=0,@24=200"
+    std::vector<std::string> files;    // --params
+    std::vector<std::string> sets;     // --set "Name=value"
+    std::vector<std::string> keys;     // --key "Name@1=0,@24=200"
+    std::vector<std::string> looks{};  // --look: keys of those that ship, or files
 };
 
 // A parameter's values by frame. One that is not keyed has a single entry.
@@ -24,6 +26,8 @@ struct ParamKeys {
     const standin::ParamInfo* param;
     std::map<int, ParamValue> byFrame;
     bool keyed = false;
+    // Of a value that comes from a look: the frame it was made for, to be fitted to the layer.
+    std::optional<standin::LayerSize> madeFor{};
 };
 
 class ParamArguments {
@@ -40,6 +44,7 @@ class ParamArguments {
     [[nodiscard]] std::vector<std::string> warnings() const;
 
   private:
+    void addLook(const std::string& keyOrPath);
     void addFile(const std::string& path);
     void addJson(const std::string& text);
     void addSettings(const std::string& text);

@@ -17,6 +17,8 @@ class ParamLookup {
     // By the exact name, else by the fixed id. Throws Failure (usage) that names the nearest
     // names when there is none, or when it is a group.
     [[nodiscard]] const standin::ParamInfo& find(std::string_view nameOrId) const;
+    // The same, groups too.
+    [[nodiscard]] const standin::ParamInfo& findAny(std::string_view nameOrId) const;
 
   private:
     [[nodiscard]] const standin::ParamInfo* search(std::string_view nameOrId) const;
