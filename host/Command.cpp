@@ -142,7 +142,8 @@ PF_Err Command::cancelled() const {
 
 PF_Err Command::addParam(const PF_ParamDef&) { return refuse("add_param"); }
 
-PF_Err Command::checkoutLayer(A_long, A_long, const PF_RenderRequest&, PF_CheckoutResult&) {
+PF_Err Command::checkoutLayer(A_long, A_long, const PF_RenderRequest&, const LayerTime&,
+                              PF_CheckoutResult&) {
     return refuse("checkout_layer");
 }
 

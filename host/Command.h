@@ -19,6 +19,33 @@ struct PF_ProgressInfo {
 
 namespace standin {
 
+// What the effect says in a call on worlds, as it came.
+struct TransferCall {
+    PF_Quality quality;
+    PF_Field field;
+    const PF_Rect* sourceRect;  // null: all of it
+    const PF_EffectWorld& source;
+    const PF_CompositeMode& mode;
+    const PF_MaskWorld* mask;  // null: none
+    A_long destX, destY;
+};
+struct LayerTime {
+    A_long now, step;  // in parts of a second
+    A_u_long scale;    // how many to a second
+};
+struct FillCall {
+    const PF_Rect* rect;  // null: all of it
+    const PF_EffectWorld& world;
+};
+struct CopyCall {
+    enum class Way { any, plain, highQuality };
+    Way way;
+    const PF_Rect* sourceRect;  // null: all of it
+    const PF_Rect* destRect;    // likewise
+    const PF_EffectWorld& source;
+    const PF_EffectWorld& destination;
+};
+
 // "SMART_RENDER" and so on.
 std::string commandName(PF_Cmd command);
 
@@ -54,10 +81,16 @@ class Command {
     // In commands where the host takes no such call it is a violation.
     virtual PF_Err addParam(const PF_ParamDef& definition);
     virtual PF_Err checkoutLayer(A_long index, A_long checkoutId, const PF_RenderRequest& request,
-                                 PF_CheckoutResult& result);
+                                 const LayerTime& time, PF_CheckoutResult& result);
     virtual PF_Err checkoutLayerPixels(A_long checkoutId, PF_EffectWorld** pixels);
     virtual PF_Err checkinLayerPixels(A_long checkoutId);
     virtual PF_Err checkoutOutput(PF_EffectWorld** output);
+
+    // Looks at the arguments of a call on worlds that is about to be carried out: what a picture
+    // would not show, a host may still act upon. What is wrong goes to the books.
+    virtual void judge(const TransferCall&) {}
+    virtual void judge(const FillCall&) {}
+    virtual void judge(const CopyCall&) {}
 
     // Told before the call is carried out. True: the user cancels.
     virtual bool reported(A_long, A_long) { return false; }

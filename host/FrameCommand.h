@@ -19,6 +19,9 @@ class FrameCommand : public Command {
     PF_Err onCall(CallKind kind) override;
     bool reported(A_long done, A_long total) override;
     PF_Err cancelled() const override;
+    void judge(const TransferCall& call) override;
+    void judge(const FillCall& call) override;
+    void judge(const CopyCall& call) override;
     void transferring(const PF_EffectWorld& source, Depth depth) override;
     void transferred(double seconds) override;
 
@@ -26,6 +29,8 @@ class FrameCommand : public Command {
     void runTimed(PF_Cmd command, PF_ParamDef** params, PF_LayerDef* output, void* extra);
 
   protected:
+    void expect(bool right, const char* otherwise);
+
     const FrameRequest& request_;
     FrameResult& result_;
 };

@@ -88,10 +88,13 @@ class PlanCommand : public FrameCommand {
     }
 
     PF_Err checkoutLayer(A_long index, A_long checkoutId, const PF_RenderRequest& asked,
-                         PF_CheckoutResult& answer) override {
+                         const LayerTime& time, PF_CheckoutResult& answer) override {
         if (index != 0) {
             return refuse("checkout of a layer that is not the input");
         }
+        expect(time.now == request_.currentTime && time.step == request_.timeStep &&
+                   time.scale == request_.timeScale,
+               "checkout of the input at another time than the frame's");
         result_.layerRequest = asked;
         const PF_LRect bounds = boundsOf(request_);
         answer = {};
@@ -108,10 +111,12 @@ class PlanCommand : public FrameCommand {
 
   private:
     static PF_Err checkoutLayerCallback(PF_ProgPtr ref, PF_ParamIndex index, A_long checkoutId,
-                                        const PF_RenderRequest* asked, A_long, A_long, A_u_long,
-                                        PF_CheckoutResult* answer) {
+                                        const PF_RenderRequest* asked, A_long time, A_long step,
+                                        A_u_long scale, PF_CheckoutResult* answer) {
         const PF_Err planned = ref->command->onCall(CallKind::checkoutLayer);
-        return planned ? planned : ref->command->checkoutLayer(index, checkoutId, *asked, *answer);
+        return planned ? planned
+                       : ref->command->checkoutLayer(index, checkoutId, *asked, {time, step, scale},
+                                                     *answer);
     }
 
     static PF_Err guidMixIn(PF_ProgPtr, A_u_long, const void*) { return PF_Err_NONE; }

@@ -59,10 +59,12 @@ PF_Err fillWith(PF_ProgPtr ref, const Pixel* color, const PF_Rect* rect, PF_Effe
     if (!depth) {
         return misuse(command, "fill of a world that is not alive");
     }
+    command.judge(FillCall{rect, *world});
     fill(*world, *depth, rect, color ? fillColor(*color) : FillColor{});
     return PF_Err_NONE;
 }
 
+template <CopyCall::Way kWay>
 PF_Err copyWorld(PF_ProgPtr ref, PF_EffectWorld* source, PF_EffectWorld* destination,
                  PF_Rect* sourceRect, PF_Rect* destRect) {
     Command& command = *ref->command;
@@ -73,6 +75,7 @@ PF_Err copyWorld(PF_ProgPtr ref, PF_EffectWorld* source, PF_EffectWorld* destina
     if (!depth || depth != depthOf(*destination)) {
         return misuse(command, "copy between worlds that are not alive or not of one depth");
     }
+    command.judge(CopyCall{kWay, sourceRect, destRect, *source, *destination});
     if (!copy(*source, *destination, *depth, sourceRect, destRect)) {
         return misuse(command, "copy between rectangles of different size, or outside of a world");
     }
@@ -85,7 +88,7 @@ bool isKnownWay(PF_ModeFlags modeFlags, const PF_CompositeMode& mode, const PF_M
            (!mask || mask->what_is_mask == PF_MaskFlag_NONE);
 }
 
-PF_Err transferRect(PF_ProgPtr ref, PF_Quality, PF_ModeFlags modeFlags, PF_Field,
+PF_Err transferRect(PF_ProgPtr ref, PF_Quality quality, PF_ModeFlags modeFlags, PF_Field field,
                     const PF_Rect* sourceRect, const PF_EffectWorld* source,
                     const PF_CompositeMode* mode, const PF_MaskWorld* mask, A_long destX,
                     A_long destY, PF_EffectWorld* destination) {
@@ -100,6 +103,7 @@ PF_Err transferRect(PF_ProgPtr ref, PF_Quality, PF_ModeFlags modeFlags, PF_Field
     if (!isKnownWay(modeFlags, *mode, mask)) {
         return misuse(command, "transfer in a way that this host does not know");
     }
+    command.judge(TransferCall{quality, field, sourceRect, *source, *mode, mask, destX, destY});
     command.transferring(*source, *depth);
     const auto start = std::chrono::steady_clock::now();
     transferInFront(
@@ -121,10 +125,10 @@ void addWorldCallbacks(SuiteTables& tables) {
     tables.fillMatte.fill = fillWith<PF_Pixel>;
     tables.fillMatte.fill16 = fillWith<PF_Pixel16>;
     tables.fillMatte.fill_float = fillWith<PF_PixelFloat>;
-    tables.worldTransform.copy = copyWorld;
-    tables.worldTransform.copy_hq = copyWorld;
+    tables.worldTransform.copy = copyWorld<CopyCall::Way::plain>;
+    tables.worldTransform.copy_hq = copyWorld<CopyCall::Way::highQuality>;
     tables.worldTransform.transfer_rect = transferRect;
-    tables.utils.copy = copyWorld;
+    tables.utils.copy = copyWorld<CopyCall::Way::any>;
     tables.utils.fill = fillWith<PF_Pixel>;
     tables.utils.fill16 = fillWith<PF_Pixel16>;
     tables.utils.new_world = newWorldByFlags;

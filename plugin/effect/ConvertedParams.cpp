@@ -1,43 +1,29 @@
 #include "effect/ConvertedParams.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstring>
+
+#include "params/ParamRows.h"
 
 namespace streakfall {
 
 namespace {
 
-using P = EffectParams;
+static_assert(std::ranges::all_of(kParamRows, [](const ParamRow& row) {
+    const bool converted = row.unit == Unit::pixels || row.unit == Unit::percent;
+    return !converted || row.type == PF_Param_FLOAT_SLIDER;  // whose values are doubles
+}));
 
-constexpr double P::*kLengths[] = {
-    &P::thickness,      &P::length,     &P::offset,     &P::autoOffset,
-    &P::repeatInterval, &P::baseLength, &P::waveAmount, &P::waveLength,
-};
-
-constexpr double P::*kPercents[] = {
-    &P::opacity,
-    &P::thicknessRandom,
-    &P::offsetRandom,
-    &P::lengthRandom,
-    &P::densityRandom,
-    &P::taper,
-    &P::archRate,
-    &P::groupLines,
-    &P::linesRandom,
-    &P::attraction,
-    &P::groupOffsetRandom,
-    &P::intervalRandom,
-    &P::startThickness,
-    &P::startLength,
-    &P::endThickness,
-    &P::endLength,
-    &P::startOpacity,
-    &P::endOpacity,
-    &P::opacityCenterPosition,
-    &P::colorRandomS,
-    &P::colorRandomV,
-    &P::waveAmountRandom,
-    &P::waveLengthRandom,
-};
+// Points and the angle have members of their own beside the values.
+void convertMember(EffectParams& values, const ParamRow& row, double scale) {
+    if (row.unit != Unit::pixels && row.unit != Unit::percent) return;
+    std::byte* const place = reinterpret_cast<std::byte*>(&values) + row.place.offset;
+    double value;
+    std::memcpy(&value, place, sizeof value);
+    value = row.unit == Unit::pixels ? value * scale : value / 100.0;
+    std::memcpy(place, &value, sizeof value);
+}
 
 // 2^-16, exactly: 16.16 fixed point to a double. Not the random scale, which is 1/65535.
 double fromFixed(PF_Fixed value) { return static_cast<double>(value) * 1.52587890625e-05; }
@@ -66,8 +52,7 @@ std::int32_t frameIndexOf(const FrameInfo& frame) {
 
 ConvertedParams convertParams(const EffectParams& raw, const FrameInfo& frame) {
     ConvertedParams converted{.values = raw, .scale = renderScaleOf(frame)};
-    for (const auto member : kLengths) converted.values.*member *= converted.scale;
-    for (const auto member : kPercents) converted.values.*member /= 100.0;
+    for (const ParamRow& row : kParamRows) convertMember(converted.values, row, converted.scale);
     converted.startX = fromFixed(raw.startPoint.x) - frame.originX;
     converted.startY = fromFixed(raw.startPoint.y) - frame.originY;
     converted.endX = fromFixed(raw.endPoint.x) - frame.originX;

@@ -31,10 +31,20 @@ struct Range {
     double min = 0, max = 0;
 };
 
+// What a value counts; a frame's conversion follows from it.
+enum class Unit {
+    plain,    // taken as it is: numbers, switches, colours, and pixels that never scale
+    pixels,   // of the full size
+    percent,  // 100 for the whole
+    point,    // 16.16 pixels of the frame's own size
+    angle,    // 16.16 degrees
+};
+
 struct ParamRow {
     std::int32_t id;
     const char* name;
     PF_ParamType type;
+    Unit unit = Unit::plain;
     RecordPlace place{};
     Range valid{};   // what the host accepts
     Range slider{};  // the part of it that the control shows
@@ -68,11 +78,13 @@ struct ParamRow {
 namespace rows {
 
 inline constexpr bool kOff = false, kOn = true;
+inline constexpr Unit kPixels = Unit::pixels, kPlain = Unit::plain;
 
 constexpr ParamRow point(std::int32_t id, const char* name, RecordPlace place, int x, int y) {
     return {.id = id,
             .name = name,
             .type = PF_Param_POINT,
+            .unit = Unit::point,
             .place = place,
             .x = static_cast<double>(x),
             .y = static_cast<double>(y)};
@@ -85,7 +97,12 @@ constexpr ParamRow colour(std::int32_t id, const char* name, RecordPlace place) 
     return {.id = id, .name = name, .type = PF_Param_COLOR, .place = place};
 }
 constexpr ParamRow angle(std::int32_t id, const char* name, RecordPlace place, double degrees) {
-    return {.id = id, .name = name, .type = PF_Param_ANGLE, .place = place, .x = degrees};
+    return {.id = id,
+            .name = name,
+            .type = PF_Param_ANGLE,
+            .unit = Unit::angle,
+            .place = place,
+            .x = degrees};
 }
 constexpr ParamRow integer(std::int32_t id, const char* name, RecordPlace place, Range valid,
                            Range slider, int value) {
@@ -97,11 +114,12 @@ constexpr ParamRow integer(std::int32_t id, const char* name, RecordPlace place,
             .slider = slider,
             .x = static_cast<double>(value)};
 }
-constexpr ParamRow number(std::int32_t id, const char* name, RecordPlace place, Range valid,
-                          Range slider, double value) {
+constexpr ParamRow number(std::int32_t id, const char* name, RecordPlace place, Unit unit,
+                          Range valid, Range slider, double value) {
     return {.id = id,
             .name = name,
             .type = PF_Param_FLOAT_SLIDER,
+            .unit = unit,
             .place = place,
             .valid = valid,
             .slider = slider,
@@ -110,7 +128,7 @@ constexpr ParamRow number(std::int32_t id, const char* name, RecordPlace place, 
 // Stored as the number shown: 100 for 100 percent.
 constexpr ParamRow percent(std::int32_t id, const char* name, RecordPlace place, Range valid,
                            Range slider, double value) {
-    ParamRow row = number(id, name, place, valid, slider, value);
+    ParamRow row = number(id, name, place, Unit::percent, valid, slider, value);
     row.display = PF_ValueDisplayFlag_PERCENT;
     return row;
 }
@@ -136,12 +154,12 @@ inline constexpr std::array kParamRows{
     percent(58, "S", FIELD(colorRandomS), {0, 100}, {0, 100}, 0),
     percent(59, "V", FIELD(colorRandomV), {0, 100}, {0, 100}, 0),
     groupEnd(56),
-    number(11, "Thickness", FIELD(thickness), {0, 500}, {0, 50}, 5),
+    number(11, "Thickness", FIELD(thickness), kPixels, {0, 500}, {0, 50}, 5),
     percent(12, "Thickness Random", FIELD(thicknessRandom), {0, 500}, {0, 100}, 0),
     percent(8, "Offset Random", FIELD(offsetRandom), {0, 200}, {0, 200}, 0),
-    number(45, "Length", FIELD(length), {-2000, 2000}, {-200, 200}, 500),
+    number(45, "Length", FIELD(length), kPixels, {-2000, 2000}, {-200, 200}, 500),
     percent(7, "Length Random", FIELD(lengthRandom), {0, 100}, {0, 100}, 0),
-    number(9, "Density of Lines", FIELD(densityOfLines), {0, 1000}, {0, 200}, 40),
+    number(9, "Density of Lines", FIELD(densityOfLines), kPlain, {0, 1000}, {0, 200}, 40),
     percent(10, "Density Random", FIELD(densityRandom), {0, 100}, {0, 100}, 0),
     integer(23, "Random Interval", FIELD(randomInterval), {0, 1000}, {0, 60}, 0)
         .with(PF_ParamFlag_CANNOT_INTERP),
@@ -169,27 +187,28 @@ inline constexpr std::array kParamRows{
     percent(47, "Group Offset Random", FIELD(groupOffsetRandom), {0, 200}, {0, 200}, 0),
     groupEnd(31),
     groupStart(32, "Offset and Repeat"),
-    number(21, "Offset", FIELD(offset), {-10000, 10000}, {-200, 200}, 0),
-    number(33, "Auto Offset", FIELD(autoOffset), {-2000, 2000}, {-200, 200}, 0),
+    number(21, "Offset", FIELD(offset), kPixels, {-10000, 10000}, {-200, 200}, 0),
+    number(33, "Auto Offset", FIELD(autoOffset), kPixels, {-2000, 2000}, {-200, 200}, 0),
     checkbox(18, "Repeat", FIELD(repeat), kOff),
-    number(20, "Repeat Interval", FIELD(repeatInterval), {0, 10000}, {0, 500}, 0),
+    number(20, "Repeat Interval", FIELD(repeatInterval), kPixels, {0, 10000}, {0, 500}, 0),
     integer(19, "Random Repeat Num", FIELD(randomRepeatNum), {0, 100}, {0, 10}, 0),
     groupEnd(35),
     groupStart(48, "Taper "),
     checkbox(69, "Enable Taper", FIELD(enableTaper), kOn),
     percent(13, "Taper", FIELD(taper), {-100, 100}, {-100, 100}, 0),
-    number(50, "Base Length", FIELD(baseLength), {0, 2000}, {0, 200}, 200),
+    number(50, "Base Length", FIELD(baseLength), kPixels, {0, 2000}, {0, 200}, 200),
     percent(14, "Arch Rate", FIELD(archRate), {1, 200}, {1, 200}, 100),
     checkbox(16, "Fix Band Form", FIELD(fixBandForm), kOff),
     groupEnd(49),
     groupStart(60, "Wave"),
     checkbox(62, "Enable Wave", FIELD(enableWave), kOff),
-    number(63, "Wave Amount", FIELD(waveAmount), {-1000, 1000}, {-100, 100}, 15),
-    number(65, "Wave Length", FIELD(waveLength), {1, 1000}, {1, 100}, 50),
-    number(67, "Wave Phase", FIELD(wavePhase), {-10000, 10000}, {-100, 100}, 0),
+    number(63, "Wave Amount", FIELD(waveAmount), kPixels, {-1000, 1000}, {-100, 100}, 15),
+    number(65, "Wave Length", FIELD(waveLength), kPixels, {1, 1000}, {1, 100}, 50),
+    number(67, "Wave Phase", FIELD(wavePhase), kPlain, {-10000, 10000}, {-100, 100}, 0),
     percent(64, "Wave Amount Random", FIELD(waveAmountRandom), {0, 100}, {0, 100}, 0),
     percent(66, "Wave Length Random", FIELD(waveLengthRandom), {0, 100}, {0, 100}, 0),
-    number(68, "Wave Phase Random", FIELD(wavePhaseRandom), {-10000, 10000}, {-100, 100}, 0),
+    number(68, "Wave Phase Random", FIELD(wavePhaseRandom), kPlain, {-10000, 10000}, {-100, 100},
+           0),
     groupEnd(61),
 };
 

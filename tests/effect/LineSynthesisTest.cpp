@@ -2,8 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
+#include <random>
 
 #include "effect/LineSynthesis.h"
+#include "effect/StrokeSetup.h"
+#include "params/ParamRows.h"
 #include "support/GoldenFrame.h"
 
 namespace {
@@ -60,6 +64,62 @@ TEST(FrameTimeTest, FrameIndexIsDefinedForEveryTime) {
 TEST(FrameTimeTest, LengthsFollowTheStrongerReduction) {
     EXPECT_EQ(renderScaleOf({.downsampleX = {1, 2}, .downsampleY = {1, 4}}), 0.25);
     EXPECT_EQ(renderScaleOf({.downsampleX = {1, 8}, .downsampleY = {1, 4}}), 0.125);
+}
+
+// Halves are exact, so whatever the values, a frame of half the size has the lines of the whole one
+// at half their coordinates, to the bit: any length that is not scaled shows.
+TEST(HalfSizeTest, HasTheLinesOfTheWholeFrameAtHalfTheirSize) {
+    std::size_t lines = 0;
+    for (std::uint32_t seed = 0; seed < 60; ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        EffectParams whole = golden::defaultParams();
+        for (const ParamRow& row : kParamRows) {
+            if (row.type != PF_Param_FLOAT_SLIDER) continue;
+            double value =
+                std::uniform_real_distribution<double>(row.slider.min, row.slider.max)(random);
+            std::memcpy(reinterpret_cast<std::byte*>(&whole) + row.place.offset, &value,
+                        sizeof value);
+        }
+        whole.repeat = seed % 2;
+        whole.fixBandForm = seed % 3 == 0;
+        whole.enableTaper = seed % 5 < 2;
+        whole.randomRepeatNum = 3;
+        whole.startPoint = {200 << 16, 100 << 16};
+        whole.endPoint = {360 << 16, 300 << 16};
+        EffectParams half = whole;
+        half.startPoint = {100 << 16, 50 << 16};
+        half.endPoint = {180 << 16, 150 << 16};
+        // Frames of one number of prototypes, whose diagonal is below 900.
+        const FrameInfo full{.width = 640, .height = 360, .currentTime = 3};
+        const FrameInfo small{.width = 320,
+                              .height = 180,
+                              .downsampleX = {1, 2},
+                              .downsampleY = {1, 2},
+                              .currentTime = 3};
+
+        const auto expected = linesOf(whole, full), actual = linesOf(half, small);
+        ASSERT_EQ(actual.size(), expected.size());
+        for (std::size_t i = 0; i < expected.size(); ++i) {
+            ASSERT_EQ(actual[i].x0 * 2, expected[i].x0) << i;
+            ASSERT_EQ(actual[i].y1 * 2, expected[i].y1) << i;
+            ASSERT_EQ(actual[i].thickness * 2, expected[i].thickness) << i;
+            ASSERT_EQ(actual[i].axialPosition * 2, expected[i].axialPosition) << i;
+        }
+        lines += expected.size();
+
+        StrokeForm stroke, halfStroke;
+        setUpStroke(stroke, convertParams(whole, full).values);
+        setUpStroke(halfStroke, convertParams(half, small).values);
+        EXPECT_EQ(halfStroke.inLength * 2, stroke.inLength);
+        EXPECT_EQ(halfStroke.outLength * 2, stroke.outLength);
+        EXPECT_EQ(halfStroke.wave.amount * 2, stroke.wave.amount);
+        EXPECT_EQ(halfStroke.wave.phase, stroke.wave.phase);
+        if (half.waveLength >= 2) {
+            EXPECT_EQ(halfStroke.wave.wavelength * 2, stroke.wave.wavelength);
+        }
+    }
+    EXPECT_GT(lines, 5000u);
 }
 
 TEST(FrameInfoTest, FramesThatNoHostShouldGiveComeBack) {

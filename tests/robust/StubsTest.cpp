@@ -42,6 +42,8 @@ constexpr Catch kCatches[] = {
     {"SharesScratch", "threads.frames", "pixels differ"},
     {"LoopsOnValues", "values.edges", "\"Thickness\" at ", 0.03},
     {"PlansTooMuch", "worlds.parts", "the result is larger than what was asked for"},
+    {"FreezesInput", "worlds.odd_requests", "checkout of the input at another time"},
+    {"IgnoresField", "worlds.odd_requests", "transfer of another field than the frame's"},
     {"LosesSequence", "sequence.cycles", "handle: "},
     {"GrowsMemory", "soak.short", "memory has grown by "},
 };
