@@ -86,6 +86,7 @@ void oddRequests(const Subject& subject, Report& report) {
         request.quality = random.between(PF_Quality_DRAWING_AUDIO, PF_Quality_HI);
         request.field = random.between(PF_Field_FRAME, PF_Field_LOWER);
         request.pixelAspectRatio = {random.between(1, 3), 2};
+        play.set("Clear Background", round % 2);
         play.picture(request);
     }
     play.end();
