@@ -1,11 +1,15 @@
-# Toolchain for the Windows module: Debian's mingw-w64, in its variant with posix threads, which the
-# standard library's mutex and thread need. Everything is linked in, so that the module asks a
-# machine for nothing but the system's own DLLs.
+# Toolchain for the Windows module: Debian's mingw-w64. Everything is linked in, so that the module
+# asks a machine for nothing but the system's own DLLs.
+#
+# Programs are linked with posix threads, which the standard library's mutex and thread need. That
+# runtime puts an exception handler into the process that loads it, so the module, which has locks
+# of the system instead, is linked with the variant for the system's own threads.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
+set(STREAKFALL_MODULE_LINKER x86_64-w64-mingw32-g++-win32)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 
 set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)

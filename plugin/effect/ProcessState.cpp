@@ -1,10 +1,10 @@
 #include "effect/ProcessState.h"
 
 #include <atomic>
-#include <mutex>
 
 #include "effect/CustomFilter.h"
 #include "params/ParamTable.h"
+#include "platform/Lock.h"
 #include "share/util/PendingErrorList.h"
 #include "share/util/SuiteCache.h"
 
@@ -12,7 +12,7 @@ namespace streakfall {
 
 namespace {
 
-std::mutex stateMutex;
+constinit platform::Lock stateLock;
 constinit std::atomic<BaseFilter*> effect{nullptr};
 
 void takeDown() {
@@ -46,14 +46,14 @@ class StartGuard {
 
 PF_Err initialiseOnce(const PF_InData* inData) {
     if (effectObject() != nullptr) return PF_Err_NONE;
-    const std::lock_guard lock(stateMutex);
+    const std::lock_guard lock(stateLock);
     if (effectObject() != nullptr) return PF_Err_NONE;
     const StartGuard guard;
     return bringUp(inData);
 }
 
 void shutDown() {
-    const std::lock_guard lock(stateMutex);
+    const std::lock_guard lock(stateLock);
     takeDown();
 }
 

@@ -5,6 +5,7 @@
 // set them: STREAKFALL_SHIFT (1: the key is down) and STREAKFALL_COMMAND_LINE (instead of the
 // process's own).
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -16,6 +17,7 @@
 #include <string_view>
 
 #include "hostapi/DialogWindow.h"
+#include "platform/Lock.h"
 #include "platform/Platform.h"
 #include "platform/PrivateProfile.h"
 
@@ -133,6 +135,12 @@ std::string processArguments() {
 }
 
 }  // namespace
+
+void Lock::lock() { mutex_.lock(); }
+
+void Lock::unlock() { mutex_.unlock(); }
+
+std::uintptr_t threadNumber() { return ::pthread_self(); }
 
 std::int32_t profileInt(const char* section, const char* key, std::int32_t fallback,
                         const char* file) {

@@ -12,6 +12,7 @@
 #include <iterator>
 #include <string_view>
 
+#include "platform/Lock.h"
 #include "platform/Platform.h"
 
 namespace streakfall::platform {
@@ -57,9 +58,18 @@ std::wstring systemPath(const char* file) {
     return own.substr(0, own.size() - extensionOf(own).size()) + extensionOf(path);
 }
 
+static_assert(sizeof(SRWLOCK) == sizeof(void*));
+SRWLOCK* slim(void*& word) { return reinterpret_cast<SRWLOCK*>(&word); }
+
 HWND handle(Window window) { return static_cast<HWND>(window); }
 
 }  // namespace
+
+void Lock::lock() { AcquireSRWLockExclusive(slim(word_)); }
+
+void Lock::unlock() { ReleaseSRWLockExclusive(slim(word_)); }
+
+std::uintptr_t threadNumber() { return GetCurrentThreadId(); }
 
 std::int32_t profileInt(const char* section, const char* key, std::int32_t fallback,
                         const char* file) {

@@ -20,6 +20,11 @@ list(TRANSFORM imports TOUPPER)
 list(SORT imports)
 expect("imports" "${imports}" "KERNEL32.DLL;MSVCRT.DLL;USER32.DLL")
 
+# What a thread runtime would leave in the host's process.
+string(REGEX MATCH "AddVectoredExceptionHandler|SetUnhandledExceptionFilter|setlocale|CreateThread|_beginthread"
+       intrusive "${headers}")
+expect("imports that change the process" "${intrusive}" "")
+
 string(REGEX MATCH "DllCharacteristics[\t ]+([0-9a-f]+)" ignored "${headers}")
 math(EXPR hardening "0x${CMAKE_MATCH_1} & 0x160" OUTPUT_FORMAT HEXADECIMAL)
 expect("high entropy, relocatable, no execution of data" "${hardening}" "0x160")

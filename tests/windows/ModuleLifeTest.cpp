@@ -2,30 +2,12 @@
 #include <functional>
 
 #include "LoadedCopy.h"
+#include "UseOnce.h"
 
 namespace {
 
 using namespace standin;
 using namespace windows_test;
-
-const golden::Frame& tinyFrame() { return golden::frame("24"); }
-
-// Starts the module, renders a small frame, and stops it; the books must be clean.
-void useOnce(PF_EntryPoint entry) {
-    Module module(entry);
-    Host host(module);
-    ASSERT_EQ(host.start(), 0);
-    {
-        Instance instance(host, {320, 180});
-        for (const auto& named : tinyFrame().named) {
-            instance.storeValue(named.first, played::valueOf(tinyFrame(), named.first));
-        }
-        EXPECT_EQ(renderFrame(instance, played::requestFor(tinyFrame(), Depth::bits8)).code, 0);
-    }
-    EXPECT_EQ(host.stop(), 0);
-    EXPECT_EQ(host.ledger().unbalanced(), "");
-    EXPECT_EQ(host.ledger().violationText(), "");
-}
 
 // A thread of the system's own making, as hosts have them.
 void onOtherThread(std::function<void()> work) {

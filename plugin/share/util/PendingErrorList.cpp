@@ -2,17 +2,20 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <mutex>
-#include <thread>
+
+#include "platform/Lock.h"
 
 namespace AEUtil {
 
 namespace {
 
+using streakfall::platform::Lock;
+using streakfall::platform::threadNumber;
+
 constexpr std::size_t kRoom = 256;
 
 struct PendingCode {
-    std::thread::id thread;
+    std::uintptr_t thread;
     PF_Err code;
 };
 
@@ -21,44 +24,44 @@ struct Codes {
     std::size_t count = 0;
 
     // Order among the others stays.
-    void dropThread(std::thread::id thread) {
+    void dropThread(std::uintptr_t thread) {
         auto* const end = std::remove_if(entries, entries + count,
                                          [&](const auto& entry) { return entry.thread == thread; });
         count = static_cast<std::size_t>(end - entries);
     }
 };
 
-std::mutex listMutex;
-constinit Codes* list = nullptr;  // under listMutex
+constinit Lock listLock;
+constinit Codes* list = nullptr;  // under listLock
 
 }  // namespace
 
 bool PendingErrorList::create() {
     {
-        const std::lock_guard lock(listMutex);
+        const std::lock_guard lock(listLock);
         if (list != nullptr) return true;
     }
     // Made outside the lock: a failing allocation records, which takes the lock itself.
     Codes* const made = new Codes;
-    const std::lock_guard lock(listMutex);
+    const std::lock_guard lock(listLock);
     list = made;
     return made != nullptr;
 }
 
 void PendingErrorList::destroy() noexcept {
-    const std::lock_guard lock(listMutex);
+    const std::lock_guard lock(listLock);
     delete list;
     list = nullptr;
 }
 
 void PendingErrorList::clear() noexcept {
-    const std::lock_guard lock(listMutex);
-    if (list != nullptr) list->dropThread(std::this_thread::get_id());
+    const std::lock_guard lock(listLock);
+    if (list != nullptr) list->dropThread(threadNumber());
 }
 
 PF_Err PendingErrorList::takeFirst() noexcept {
-    const std::thread::id self = std::this_thread::get_id();
-    const std::lock_guard lock(listMutex);
+    const std::uintptr_t self = threadNumber();
+    const std::lock_guard lock(listLock);
     if (list == nullptr) return PF_Err_NONE;
     PF_Err first = PF_Err_NONE;
     for (std::size_t index = 0; index < list->count && first == PF_Err_NONE; ++index) {
@@ -70,9 +73,9 @@ PF_Err PendingErrorList::takeFirst() noexcept {
 
 void RecordError(PF_Err code) noexcept {
     if (code == PF_Err_NONE) return;
-    const std::lock_guard lock(listMutex);
+    const std::lock_guard lock(listLock);
     if (list == nullptr || list->count == kRoom) return;
-    list->entries[list->count++] = {std::this_thread::get_id(), code};
+    list->entries[list->count++] = {threadNumber(), code};
 }
 
 }  // namespace AEUtil
