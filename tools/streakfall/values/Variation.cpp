@@ -37,9 +37,8 @@ std::optional<Values> parseRange(std::string_view text) {
     return values;
 }
 
-// "12 throws": places that the golden section takes out of the parameter's range, of which no two
-// come near each other. Seeds that follow one another make fields that look alike, for each is the
-// one before moved on by a fixed distance.
+// "12 throws": places all over the parameter's range, by the golden section, of which no two come
+// near each other and which stay the same when more of them are asked for.
 std::optional<Values> parseThrows(const ParamInfo& param, std::string_view text) {
     constexpr std::string_view kWord = "throws";
     constexpr double kGolden = 0.6180339887498949;

@@ -60,6 +60,8 @@ Look parseLook(std::string_view key, std::string_view text) try {
     Look look{std::string(key), {}, {}, std::nullopt, ""};
     if (json.is_array()) {
         look.values = valuesOfList(json).dump();
+    } else if (!json.is_object()) {
+        failUsage("{}: neither an object of values nor a list", key);
     } else if (!json.contains("values")) {
         look.values = text;
     } else {
