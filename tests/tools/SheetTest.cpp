@@ -69,12 +69,12 @@ TEST(Sheet, CutsALabelThatIsTooLongWithinItsTile) {
     EXPECT_EQ(darkPixels(part(sheet, 116, under, sheet.width() - 116, 20)), 0);
 }
 
-struct Said {
+struct Outcome {
     int code;
     std::string text;  // of both streams
 };
 
-Said say(const std::string& arguments) {
+Outcome run(const std::string& arguments) {
     const std::string command = "LC_ALL=C '" STREAKFALL_PROGRAM "' " + arguments + " 2>&1";
     FILE* pipe = popen(command.c_str(), "r");
     std::string text;
@@ -89,22 +89,22 @@ bool contains(const std::string& text, const std::string& wanted) {
 }
 
 TEST(WordCommands, ExplainPrintsWhatIsKnownOfAControl) {
-    const Said english = say("explain Attraction");
+    const Outcome english = run("explain Attraction");
     EXPECT_EQ(english.code, 0);
     EXPECT_TRUE(contains(english.text, "Grouping > Attraction\n")) << english.text;
-    EXPECT_TRUE(contains(english.text, "default: 50")) << english.text;
-    EXPECT_TRUE(contains(say("explain Attraction --lang ja").text, "グループ"));
-    EXPECT_TRUE(contains(say("explain 48").text, "fan")) << "a group, by its id";
-    const Said slip = say("explain Atraction");
+    EXPECT_TRUE(contains(english.text, "Default: 50")) << english.text;
+    EXPECT_TRUE(contains(run("explain Attraction --lang ja").text, "グループ"));
+    EXPECT_TRUE(contains(run("explain 48").text, "fan")) << "a group, by its id";
+    const Outcome slip = run("explain Atraction");
     EXPECT_EQ(slip.code, 2);
     EXPECT_TRUE(contains(slip.text, "\"Attraction\"")) << slip.text;
-    const std::string all = say("explain").text;
+    const std::string all = run("explain").text;
     EXPECT_TRUE(contains(all, "Start Point\n") && contains(all, "Wave > Wave Phase Random\n"));
 }
 
 TEST(WordCommands, ParamsListsTheWordsInBothForms) {
-    EXPECT_TRUE(contains(say("params").text, "Pulls the lines of each group together"));
-    const auto list = nlohmann::json::parse(say("params --json").text);
+    EXPECT_TRUE(contains(run("params").text, "Pulls the lines of each group together"));
+    const auto list = nlohmann::json::parse(run("params --json").text);
     for (const auto& param : list)
         EXPECT_EQ(param["words"].is_null(), param["kind"] == "group end") << param["name"];
 }
@@ -116,25 +116,25 @@ TEST(WordCommands, ALookComesBackFromWhatIsPrinted) {
     std::filesystem::create_directories(folder);
     const auto file = [&](const char* name) { return (folder / name).string(); };
     const std::string render = "render --size 192x108 -q -f 3 -o ";
-    EXPECT_EQ(say("looks tunnel > " + file("a.json")).code, 0);
-    EXPECT_EQ(say("params --json --size 192x108 --look tunnel > " + file("b.json")).code, 0);
-    EXPECT_EQ(say(render + file("plain.png") + " --look tunnel").text, "");
+    EXPECT_EQ(run("looks tunnel > " + file("a.json")).code, 0);
+    EXPECT_EQ(run("params --json --size 192x108 --look tunnel > " + file("b.json")).code, 0);
+    EXPECT_EQ(run(render + file("plain.png") + " --look tunnel").text, "");
     for (const char* name : {"a", "b"}) {
         const std::string picture = file((std::string(name) + ".png").c_str());
         EXPECT_EQ(
-            say(render + picture + " --look " + file((std::string(name) + ".json").c_str())).text,
+            run(render + picture + " --look " + file((std::string(name) + ".json").c_str())).text,
             "");
         EXPECT_EQ(readPicture(picture, std::nullopt), readPicture(file("plain.png"), std::nullopt))
             << name;
     }
-    const Said slip = say(render + file("c.png") + " --look tunel");
+    const Outcome slip = run(render + file("c.png") + " --look tunel");
     EXPECT_EQ(slip.code, 2);
     EXPECT_TRUE(contains(slip.text, "\"tunnel\"")) << slip.text;
-    EXPECT_EQ(say("sheet --looks --size 64x36 --tile 64 -o " + file("sheet.png")).code, 0);
+    EXPECT_EQ(run("sheet --looks --size 64x36 --tile 64 -o " + file("sheet.png")).code, 0);
     EXPECT_TRUE(isWholePicture(file("sheet.png")));
     for (const char* wrong :
          {"--looks --vary Taper=0,50", "", "--vary Taper=1,2 --vary H=1,2 --vary V=1,2"})
-        EXPECT_EQ(say("sheet -o " + file("d.png") + " " + wrong).code, 2) << wrong;
+        EXPECT_EQ(run("sheet -o " + file("d.png") + " " + wrong).code, 2) << wrong;
     std::filesystem::remove_all(folder);
 }
 

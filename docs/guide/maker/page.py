@@ -105,7 +105,8 @@ class Page:
         parts = []
         for start, controls in self.groups():
             if start:
-                what = html.escape(start["words"][self.lang]["what"])
+                words = start["words"][self.lang]
+                what = html.escape(" ".join(filter(None, [words["what"], words["with"]])))
                 parts.append(f'<h2 class="group" id="p{start["id"]}">{html.escape(start["name"].strip())}</h2>'
                              f"\n<p>{what}</p>")
             parts += map(self.control, controls)
@@ -113,7 +114,7 @@ class Page:
 
     def control(self, param):
         words = param["words"][self.lang]
-        rows = [(self.words["unit"], words["unit"]), (self.words["range"], self.range_of(param)),
+        rows = [(self.words["unit"], words["unit"]), self.range_of(param),
                 (self.words["with"], words["with"]), (self.words["hint"], words["hint"])]
         facts = "".join(f"<dt>{head}</dt><dd>{html.escape(text)}</dd>" for head, text in rows if text)
         strip = dict(self.source["controls"][str(param["id"])], name=param["name"])
@@ -123,14 +124,16 @@ class Page:
                 f"<dl>{facts}</dl></section>")
 
     def range_of(self, param):
+        """(head, text) of the row about range and default."""
         number = lambda value: f"{value:g}"
         span = lambda ends: self.words["to"].join(map(number, ends))
         default = param["default"]
         default = value_text(default, self.lang) if isinstance(default, (bool, str)) else number(default)
-        text = f'{self.words["default"]} {default}'
-        if "valid" in param:
-            text = f'{span(param["valid"])} ({self.words["slider"]} {span(param["slider"])}), {text}'
-        return text
+        head = self.words["default"]
+        if "valid" not in param:
+            return head, default
+        return self.words["range"], (f'{span(param["valid"])} ({self.words["slider"]} '
+                                     f'{span(param["slider"])}), {head.lower()} {default}')
 
 
 def troubles(page):

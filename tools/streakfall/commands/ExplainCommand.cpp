@@ -24,12 +24,12 @@ void printRow(const std::string& label, const std::string& text) {
     if (!text.empty()) print("  {}: {}\n", label, text);
 }
 
-std::string rangeRow(const ParamInfo& param, const WordLabels& labels) {
-    std::string text;
+void printRange(const ParamInfo& param, const WordLabels& labels) {
     if (hasRange(param))
-        text = fmt::format("{} ({}: {}), ", rangeText(param.validMin, param.validMax),
-                           labels.slider, rangeText(param.sliderMin, param.sliderMax));
-    return text + fmt::format("{}: {}", labels.standard, defaultText(param));
+        printRow(labels.range,
+                 fmt::format("{} ({}: {})", rangeText(param.validMin, param.validMax),
+                             labels.slider, rangeText(param.sliderMin, param.sliderMax)));
+    printRow(labels.standard, defaultText(param));
 }
 
 void explain(const ParamInfo& param, Language language) {
@@ -38,7 +38,7 @@ void explain(const ParamInfo& param, Language language) {
     const WordLabels& labels = labelsOf(language);
     print("{}{}\n  {}\n", param.group.empty() ? "" : param.group + " > ", param.name, words->what);
     printRow(labels.unit, words->unit);
-    if (param.hasValue()) printRow(labels.range, rangeRow(param, labels));
+    if (param.hasValue()) printRange(param, labels);
     printRow(labels.with, words->with);
     printRow(labels.hint, words->hint);
 }
