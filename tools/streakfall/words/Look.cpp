@@ -78,6 +78,20 @@ Look parseLook(std::string_view key, std::string_view text) try {
               key);
 }
 
+Look lookFromWords(std::string_view key, std::string_view words) {
+    Json values = Json::object();
+    for (const std::string_view setting : split(words, ';')) {
+        const auto equals = setting.find('=');
+        if (equals == std::string_view::npos)
+            fail(Exit::kInput, "{}: \"{}\" is no setting", key, trimmed(setting));
+        // A name may end in a blank, but none begins with one.
+        std::string_view name = setting.substr(0, equals);
+        name.remove_prefix(std::min(name.find_first_not_of(' '), name.size()));
+        values[std::string(name)] = trimmed(setting.substr(equals + 1));
+    }
+    return {std::string(key), {}, {}, std::nullopt, values.dump()};
+}
+
 const std::vector<Look>& shippedLooks() {
     static const std::vector<Look> looks = [] {
         std::vector<Look> read;

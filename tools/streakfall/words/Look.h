@@ -29,6 +29,10 @@ struct Look {
 // Throws Failure (usage) that says what is wrong.
 [[nodiscard]] Look parseLook(std::string_view key, std::string_view text);
 
+// From the words that a rendered picture carries: "Thickness=6; Color=#e8f1ff". Throws Failure
+// (input) for other words.
+[[nodiscard]] Look lookFromWords(std::string_view key, std::string_view words);
+
 // Those that ship, by key.
 [[nodiscard]] const std::vector<Look>& shippedLooks();
 
