@@ -76,7 +76,7 @@ Command::Command(Host& host, Instance* instance) : host_(host), instance_(instan
 PF_Err Command::run(PF_Cmd command, PF_ParamDef** params, PF_LayerDef* output, void* extra) {
     host_.module().called(host_.services());
     running_ = command;
-    const PF_Handle sequence = in.sequence_data;
+    const PF_Handle sequence = in.sequence_data ? in.sequence_data : out.sequence_data;
     handles::pin(sequence, 1);
     PF_Err code;
     try {

@@ -79,6 +79,9 @@ void Faults::clear() {
 long Faults::calls(CallKind kind) const { return plans_[static_cast<int>(kind)].calls; }
 
 PF_Err Faults::onCall(CallKind kind) {
+    if (watcher_) {
+        watcher_();
+    }
     Plan& plan = plans_[static_cast<int>(kind)];
     const long n = ++plan.calls;
     const long first = plan.failFirst;

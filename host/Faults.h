@@ -2,7 +2,9 @@
 
 #include <array>
 #include <atomic>
+#include <functional>
 #include <string_view>
+#include <utility>
 
 #include "hostapi/hostapi.h"
 
@@ -58,6 +60,9 @@ class Faults {
     // How many calls were made to fail since the last clear.
     long failures() const { return failures_.load(); }
 
+    // Is told of every call before it is carried out. Set between commands.
+    void watch(std::function<void()> watcher) { watcher_ = std::move(watcher); }
+
     // Counts a call; its planned code, or 0 when it goes well.
     PF_Err onCall(CallKind kind);
 
@@ -72,6 +77,7 @@ class Faults {
 
     std::array<Plan, kCallKinds> plans_;
     std::atomic<long> failures_{0};
+    std::function<void()> watcher_;
 };
 
 }  // namespace standin

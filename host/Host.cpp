@@ -39,9 +39,28 @@ class ParamSetup : public Command {
 }  // namespace
 
 Host::Host(Module& module, HostOffer offer)
-    : module_(module), services_(Services::open(offer, module.path())) {}
+    : module_(module), services_(Services::open(offer, module.path())) {
+    if (offer.callsBack) {
+        faults().watch([this] { callBack(); });
+    }
+}
 
-Host::~Host() { stop(); }
+Host::~Host() {
+    stop();
+    faults().watch({});  // the services may live on with the module
+}
+
+// What the effect answers to the inner command is not looked at: at its start and its end it can
+// only refuse.
+void Host::callBack() {
+    static thread_local bool within = false;
+    if (within) {
+        return;
+    }
+    within = true;
+    send(PF_Cmd_ABOUT);
+    within = false;
+}
 
 PF_Err Host::start() {
     if (started_) {

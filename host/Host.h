@@ -76,6 +76,7 @@ class Host {
     const std::shared_ptr<Services>& services() const { return services_; }
 
   private:
+    void callBack();
     PF_Err setUpGlobally();
     PF_Err setUpParams();
 

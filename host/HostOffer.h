@@ -36,6 +36,22 @@ struct HostOffer {
     // Handle memory moves when its last lock goes, so that no address is kept past it.
     bool moveUnlockedHandles = false;
 
+    // Where an instance's sequence data is handed over and taken back.
+    enum class SequencePlace { both, inData, outData };
+    SequencePlace sequencePlace = SequencePlace::both;
+    // The flat handle is disposed of once a resetup has put another in its place; else it stays
+    // the host's until the instance goes.
+    bool disposesFlat = true;
+    // Before a change is told, the instance is flattened and set up again.
+    bool resetsUpBeforeChange = false;
+    // The first word of a definition, which takes the change flags, is not 0 at the start.
+    bool dirtyChangeWords = false;
+    // Calls the effect again, on the same thread, from within each of its calls.
+    bool callsBack = false;
+    // How the module's path is answered.
+    enum class PathAnswer { told, toldBesideCode, nothing, foreignBytes };
+    PathAnswer pathAnswer = PathAnswer::told;
+
     // Path of the module as the host tells it; empty: the file that was loaded.
     std::string modulePath;
     // The host's main window; null: the stand-in's dialog record.

@@ -49,6 +49,7 @@ Instance::Instance(Instance&& other) noexcept
       uiFlags_(std::move(other.uiFlags_)),
       controlUpdates_(other.controlUpdates_),
       sequence_(std::exchange(other.sequence_, nullptr)),
+      keptFlat_(std::exchange(other.keptFlat_, {})),
       live_(std::exchange(other.live_, false)) {}
 
 // --- values
@@ -102,6 +103,9 @@ PF_Err Instance::setValue(A_long id, const Value& value) {
         values.setConstant(value);
     }
     if (changed.supervised()) {
+        if (host_.offer().resetsUpBeforeChange) {
+            save();
+        }
         if (const PF_Err code = tellChange(changed)) {
             return code;
         }
@@ -135,7 +139,8 @@ PF_Err Instance::fillDefinition(A_long index, const Time& time, const PixelScale
     }
     definition = host_.params()[index - 1].definition;
     // From here on the first word says what the effect changed, and no longer the id.
-    definition.uu.change_flags = PF_ChangeFlag_NONE;
+    constexpr A_long kDirt = 0x5A5A5A00;
+    definition.uu.change_flags = host_.offer().dirtyChangeWords ? kDirt : PF_ChangeFlag_NONE;
     definition.ui_flags = uiFlags_[index - 1];
     putValue(definition, tracks_[index - 1].at(time), scale);
     return PF_Err_NONE;
@@ -188,8 +193,10 @@ void Instance::describeTo(Command& command) const {
     command.in.width = layer_.width;
     command.in.height = layer_.height;
     command.in.extent_hint = {0, 0, layer_.width, layer_.height};
-    command.in.sequence_data = sequence_;
-    command.out.sequence_data = sequence_;
+    using Place = HostOffer::SequencePlace;
+    const Place place = host_.offer().sequencePlace;
+    command.in.sequence_data = place == Place::outData ? nullptr : sequence_;
+    command.out.sequence_data = place == Place::inData ? nullptr : sequence_;
 }
 
 PF_Err Instance::play(PF_Cmd cmd) {
@@ -197,7 +204,9 @@ PF_Err Instance::play(PF_Cmd cmd) {
     describeTo(command);
     const PF_Err code = command.run(cmd);
     if (!code) {
-        sequence_ = command.out.sequence_data;
+        const bool silent = host_.offer().sequencePlace == HostOffer::SequencePlace::inData &&
+                            !command.out.sequence_data;
+        sequence_ = silent ? sequence_ : command.out.sequence_data;
     }
     return code;
 }
@@ -227,7 +236,10 @@ PF_Err Instance::resetup() {
     const PF_Handle flat = sequence_;
     const PF_Err code = play(PF_Cmd_SEQUENCE_RESETUP);
     if (sequence_ != flat && handles::alive(flat)) {
-        handles::dispose(flat, host_.ledger());
+        keptFlat_.push_back(flat);
+    }
+    if (host_.offer().disposesFlat) {
+        disposeKeptFlat();
     }
     return code;
 }
@@ -255,6 +267,7 @@ PF_Err Instance::setDown() {
     live_ = false;
     const PF_Err code = play(PF_Cmd_SEQUENCE_SETDOWN);
     sequence_ = nullptr;
+    disposeKeptFlat();
     return code;
 }
 
@@ -273,6 +286,12 @@ void Instance::replaceSequenceData(const std::vector<std::uint8_t>& bytes) {
         throw std::bad_alloc();
     }
     std::memcpy(*sequence_, bytes.data(), bytes.size());
+}
+
+void Instance::disposeKeptFlat() {
+    for (const PF_Handle flat : std::exchange(keptFlat_, {})) {
+        handles::dispose(flat, host_.ledger());
+    }
 }
 
 void Instance::disposeSequence() {

@@ -102,6 +102,7 @@ class Instance {
     PF_Err tellChange(const ParamInfo& changed);
     void adoptChanges(const std::vector<PF_ParamDef>& params);
     void disposeSequence();
+    void disposeKeptFlat();
 
     Host& host_;
     LayerSize layer_;
@@ -111,7 +112,8 @@ class Instance {
     std::vector<PF_ParamUIFlags> uiFlags_;  // likewise
     long controlUpdates_ = 0;
     PF_Handle sequence_ = nullptr;
-    bool live_ = true;  // not yet set down
+    std::vector<PF_Handle> keptFlat_;  // see HostOffer::disposesFlat
+    bool live_ = true;                 // not yet set down
 };
 
 // The `params` of a command: the input layer's definition, then each parameter's at that time.

@@ -157,13 +157,28 @@ PF_Err Services::platformData(PF_PlatDataID which, void* data) {
         }
         case PF_PlatData_EXE_FILE_PATH:
         case PF_PlatData_RES_FILE_PATH:
-            return tellPath(narrowPath(modulePath_), data);
+            return tellNarrowPath(data);
         case PF_PlatData_EXE_FILE_PATH_W:
         case PF_PlatData_RES_FILE_PATH_W:
             return tellPath(widePath(modulePath_), data);
         default:
             return PF_Err_BAD_CALLBACK_PARAM;
     }
+}
+
+PF_Err Services::tellNarrowPath(void* data) const {
+    using Answer = HostOffer::PathAnswer;
+    switch (offer_.pathAnswer) {
+        case Answer::nothing:
+            return PF_Err_NONE;
+        case Answer::foreignBytes:  // no text in UTF-8, nor in code page 932
+            return tellPath(std::string("/nowhere/\xFF\xA0\x80/\x81"), data);
+        case Answer::told:
+        case Answer::toldBesideCode:
+            break;
+    }
+    const PF_Err told = tellPath(narrowPath(modulePath_), data);
+    return offer_.pathAnswer == Answer::told ? told : PF_Err{PF_Err_INVALID_CALLBACK};
 }
 
 StandinDialogWindow* Services::dialogWindow() {

@@ -54,6 +54,7 @@ class Services {
   private:
     Services(const HostOffer& offer, std::string modulePath);
     const void* suiteTable(const std::string& suiteName, A_long version) const;
+    PF_Err tellNarrowPath(void* data) const;
     StandinDialogWindow* dialogWindow();
     static A_long runDialog(StandinDialogWindow* window);
 

@@ -8,9 +8,10 @@ namespace {
 
 std::vector<Check> collect() {
     std::vector<Check> all;
-    for (const auto& list : {lifeChecks(), paramChecks(), commandChecks(), sequenceChecks(),
-                             settingsChecks(), frameChecks(), worldChecks(), valueChecks(),
-                             faultChecks(), walkChecks(), threadChecks(), soakChecks()}) {
+    for (const auto& list :
+         {lifeChecks(), paramChecks(), commandChecks(), sequenceChecks(), settingsChecks(),
+          frameChecks(), worldChecks(), hostChecks(), valueChecks(), faultChecks(), walkChecks(),
+          threadChecks(), soakChecks()}) {
         all.insert(all.end(), list.begin(), list.end());
     }
     std::ranges::stable_sort(all, {}, &Check::level);

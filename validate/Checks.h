@@ -14,6 +14,7 @@ std::span<const Check> sequenceChecks();
 std::span<const Check> settingsChecks();
 std::span<const Check> frameChecks();
 std::span<const Check> worldChecks();
+std::span<const Check> hostChecks();
 std::span<const Check> valueChecks();
 std::span<const Check> faultChecks();
 std::span<const Check> walkChecks();

@@ -9,6 +9,15 @@
 
 namespace streakfall {
 
+namespace {
+
+// Hosts hand an instance's sequence data over in in_data, in out_data, or in both.
+void findSequenceData(PF_InData* inData, const PF_OutData* outData) {
+    if (inData->sequence_data == nullptr) inData->sequence_data = outData->sequence_data;
+}
+
+}  // namespace
+
 PF_Err BaseFilter::Dispatch(PF_Cmd cmd, PF_InData* inData, PF_OutData* outData,
                             PF_ParamDef** params, PF_LayerDef* output, void* extra) {
     switch (cmd) {
@@ -69,13 +78,15 @@ PF_Err BaseFilter::ParamsSetup(PF_InData* inData, PF_OutData* outData, PF_ParamD
     return paramsSetup(inData, outData);
 }
 
-PF_Err BaseFilter::UserChangedParam(PF_InData* inData, PF_OutData*, PF_ParamDef** params,
+PF_Err BaseFilter::UserChangedParam(PF_InData* inData, PF_OutData* outData, PF_ParamDef** params,
                                     PF_LayerDef*, PF_UserChangedParamExtra* extra) {
+    findSequenceData(inData, outData);
     return userChangedParam(inData, params, extra);
 }
 
 PF_Err BaseFilter::UpdateParamsUI(PF_InData* inData, PF_OutData* outData, PF_ParamDef** params,
                                   PF_LayerDef*) {
+    findSequenceData(inData, outData);
     return updateParamsUI(inData, outData, params);
 }
 
@@ -83,15 +94,18 @@ PF_Err BaseFilter::SequenceSetup(PF_InData* inData, PF_OutData* outData) {
     return sequenceSetup(inData, outData);
 }
 
-PF_Err BaseFilter::SequenceSetdown(PF_InData* inData, PF_OutData*) {
+PF_Err BaseFilter::SequenceSetdown(PF_InData* inData, PF_OutData* outData) {
+    findSequenceData(inData, outData);
     return sequenceSetdown(inData);
 }
 
 PF_Err BaseFilter::SequenceFlatten(PF_InData* inData, PF_OutData* outData) {
+    if (outData->sequence_data == nullptr) outData->sequence_data = inData->sequence_data;
     return sequenceFlatten(inData, outData);
 }
 
 PF_Err BaseFilter::SequenceResetup(PF_InData* inData, PF_OutData* outData) {
+    findSequenceData(inData, outData);
     return sequenceResetup(inData, outData, [&] { return SequenceSetup(inData, outData); });
 }
 

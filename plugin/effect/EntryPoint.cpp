@@ -32,12 +32,17 @@ PF_Err guarded(Work&& work) noexcept {
 }
 
 // A command starts without pending codes and leaves none, so that threads which come and go
-// cannot fill the list.
+// cannot fill the list. Those of a command from within which the host calls again are left to it.
 class PendingErrorsOfCommand {
   public:
-    PendingErrorsOfCommand() { AEUtil::PendingErrorList::clear(); }
-    ~PendingErrorsOfCommand() { AEUtil::PendingErrorList::clear(); }
-    PF_Err first() const { return AEUtil::PendingErrorList::takeFirst(); }
+    explicit PendingErrorsOfCommand(std::size_t outer) : outer_(outer) {
+        AEUtil::PendingErrorList::clear(outer_);
+    }
+    ~PendingErrorsOfCommand() { AEUtil::PendingErrorList::clear(outer_); }
+    PF_Err first() const { return AEUtil::PendingErrorList::takeFirst(outer_); }
+
+  private:
+    std::size_t outer_;
 };
 
 }  // namespace
@@ -45,11 +50,12 @@ class PendingErrorsOfCommand {
 extern "C" STREAKFALL_EXPORT PF_Err EntryPointFunc(PF_Cmd cmd, PF_InData* inData,
                                                    PF_OutData* outData, PF_ParamDef** params,
                                                    PF_LayerDef* output, void* extra) {
+    const std::size_t outer = AEUtil::PendingErrorList::count();
     const PF_Err startError = guarded([&] { return initialiseOnce(inData); });
     if (startError != PF_Err_NONE) return startError;
 
     return guarded([&] {
-        const PendingErrorsOfCommand pending;
+        const PendingErrorsOfCommand pending(outer);
         PF_Err error = PF_Err_NONE;
         if (BaseFilter* const effect = effectObject(); effect != nullptr) {
             error = effect->Dispatch(cmd, inData, outData, params, output, extra);

@@ -14,6 +14,21 @@ namespace {
 
 constinit platform::Lock stateLock;
 constinit std::atomic<BaseFilter*> effect{nullptr};
+constinit std::atomic<std::uintptr_t> changingThread{0};  // that holds stateLock; 0: none
+
+// Holds the lock. A host that calls again from within a call of a start or a shutdown would wait
+// for itself: it is to be asked for first.
+class ChangingState {
+  public:
+    static bool onThisThread() { return changingThread == platform::threadNumber(); }
+    ChangingState() { changingThread = platform::threadNumber(); }
+    ~ChangingState() { changingThread = 0; }
+    ChangingState(const ChangingState&) = delete;
+    ChangingState& operator=(const ChangingState&) = delete;
+
+  private:
+    std::lock_guard<platform::Lock> lock_{stateLock};
+};
 
 void takeDown() {
     delete effect.exchange(nullptr, std::memory_order_acq_rel);
@@ -46,14 +61,16 @@ class StartGuard {
 
 PF_Err initialiseOnce(const PF_InData* inData) {
     if (effectObject() != nullptr) return PF_Err_NONE;
-    const std::lock_guard lock(stateLock);
+    if (ChangingState::onThisThread()) return PF_Err_INTERNAL_STRUCT_DAMAGED;
+    const ChangingState lock;
     if (effectObject() != nullptr) return PF_Err_NONE;
     const StartGuard guard;
     return bringUp(inData);
 }
 
 void shutDown() {
-    const std::lock_guard lock(stateLock);
+    if (ChangingState::onThisThread()) return;
+    const ChangingState lock;
     takeDown();
 }
 

@@ -22,7 +22,7 @@ enum DialogResult : std::uint32_t { kNothing = 0, kStore = 1, kRestore = 2 };
 // What DoDialog owns and the procedure fills in.
 struct DialogState {
     std::uint32_t result = kNothing;
-    bool oldHost = false;
+    bool closeOnly = false;  // there is no settings file to store in
 };
 
 void centreOnParent(platform::Window dialog) {
@@ -40,8 +40,7 @@ void openDialog(platform::Window dialog, DialogState& state) {
     platform::setControlText(dialog, kGroupBox, lookupText(kTextSettings));
     platform::setControlText(dialog, kStoreButton, lookupText(kTextStoreDefaults));
     platform::setControlText(dialog, kRestoreButton, lookupText(kTextRestoreDefaults));
-    if (state.oldHost) {
-        // It can only be closed then: such a host uses nothing of the settings file.
+    if (state.closeOnly) {
         platform::enableControl(dialog, kStoreButton, false);
         platform::enableControl(dialog, kRestoreButton, false);
     }
@@ -92,20 +91,15 @@ void storeDefaults(PF_ParamDef* const* params, const std::string& path) {
 }  // namespace
 
 void DoDialog(const PF_InData* inData, PF_ParamDef* const* params) {
-    const auto platformData = [inData](PF_PlatDataID which, void* data) {
-        inData->utils->get_platform_data(inData->effect_ref, which, data);
-    };
     platform::Window mainWindow = nullptr;
-    platformData(PF_PlatData_MAIN_WND, &mainWindow);
-    char modulePath[kPFPlatDataPathRoom + 1] = {};
-    platformData(PF_PlatData_RES_FILE_PATH, modulePath);
+    inData->utils->get_platform_data(inData->effect_ref, PF_PlatData_MAIN_WND, &mainWindow);
+    // An old host uses nothing of the settings file.
+    const std::string path = isOldHost(inData) ? std::string() : settingsPath(inData);
 
-    DialogState state{.oldHost = isOldHost(inData)};
+    DialogState state{.closeOnly = path.empty()};
     static_cast<void>(useEnglish());
-    platform::runDialog(modulePath, kDialogTemplate, mainWindow, dialogProcedure, &state);
-    if (state.result == kNothing) return;
-
-    const std::string path = settingsPath(inData);
+    platform::runDialog(modulePath(inData).c_str(), kDialogTemplate, mainWindow, dialogProcedure,
+                        &state);
     if (path.empty()) return;
     if (state.result == kStore) storeDefaults(params, path);
     if (state.result == kRestore) platform::deleteFile(path.c_str());

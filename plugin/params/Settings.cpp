@@ -1,7 +1,5 @@
 #include "params/Settings.h"
 
-#include <string_view>
-
 #include "params/Numbers.h"
 #include "params/ProductVersion.h"
 #include "platform/Platform.h"
@@ -22,21 +20,23 @@ void useSettingsSection() { settingsSection = kVersionSection; }
 
 void dropSettingsSection() { settingsSection = ""; }
 
-std::string settingsPath(const PF_InData* inData) {
+std::string modulePath(const PF_InData* inData) {
     // One more than the host may fill, so that the text ends whatever it does.
-    char modulePath[kPFPlatDataPathRoom + 1] = {};
-    const PF_Err error =
-        inData->utils->get_platform_data(inData->effect_ref, PF_PlatData_RES_FILE_PATH, modulePath);
-    const std::string_view path = modulePath;
-    if (error != PF_Err_NONE || path.empty()) return {};
+    char told[kPFPlatDataPathRoom + 1] = {};
+    inData->utils->get_platform_data(inData->effect_ref, PF_PlatData_RES_FILE_PATH, told);
+    return told[0] != '\0' ? told : platform::ownModulePath();
+}
+
+std::string settingsPath(const PF_InData* inData) {
+    const std::string path = modulePath(inData);
+    if (path.empty()) return {};
 
     // A point in a folder's name is no extension: cutting there would name a file in the folder
     // above.
     const std::size_t folder = path.find_last_of("/\\");
     const std::size_t point = path.rfind('.');
     const bool hasExtension = point != path.npos && (folder == path.npos || point > folder);
-    std::string result(hasExtension ? path.substr(0, point) : path);
-    return result.append(".ini");
+    return (hasExtension ? path.substr(0, point) : path) + ".ini";
 }
 
 std::int32_t storedInteger(const char* key, std::int32_t fallback, const char* path) {

@@ -19,8 +19,12 @@ extern std::atomic<const char*> settingsSection;
 void useSettingsSection();
 void dropSettingsSection();
 
+// The module's file as the host tells it, with or beside a code; as the system does where the host
+// says nothing. Empty when neither knows.
+std::string modulePath(const PF_InData* inData);
+
 // The module's file with the extension "ini". A file name without an extension gets one; empty
-// when the host names no file.
+// when nobody names the file.
 std::string settingsPath(const PF_InData* inData);
 
 // The stored value, or the fallback where there is none. A number falls back to its six decimals.

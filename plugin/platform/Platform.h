@@ -69,6 +69,8 @@ void endDialog(Window dialog);
 
 // Process.
 
+// The full path of the file that this code was loaded from; empty where the system does not tell.
+std::string ownModulePath();
 bool shiftKeyDown();
 // The whole text, with the program's own name in front.
 std::string commandLine();

@@ -4,6 +4,7 @@
 // Keys and command line can be given by environment variables, so that a terminal or a test can
 // set them: STREAKFALL_SHIFT (1: the key is down) and STREAKFALL_COMMAND_LINE (instead of the
 // process's own).
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <pthread.h>
 #include <sys/stat.h>
@@ -247,6 +248,14 @@ void enableControl(Window dialog, std::uint16_t control, bool enable) {
 }
 
 void endDialog(Window) {}  // it is over with its answer
+
+std::string ownModulePath() {
+    if (std::getenv("STREAKFALL_OWN_PATH") != nullptr) return environment("STREAKFALL_OWN_PATH");
+    Dl_info info{};
+    // A function of this file, and so of the module.
+    const bool known = ::dladdr(reinterpret_cast<const void*>(&ownModulePath), &info) != 0;
+    return known && info.dli_fname != nullptr ? resolved(info.dli_fname) : std::string();
+}
 
 bool shiftKeyDown() { return environment("STREAKFALL_SHIFT") == "1"; }
 

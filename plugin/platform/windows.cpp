@@ -42,20 +42,32 @@ std::wstring extensionOf(const std::wstring& path) {
     return point != path.npos && path[point] == L'.' ? path.substr(point) : std::wstring();
 }
 
-std::wstring wide(std::string_view text) {
+// Empty for bytes that are not the code page's, when those are not to be replaced.
+std::wstring wide(std::string_view text, DWORD flags = 0) {
     std::wstring result(text.size(), L'\0');
-    const int length = MultiByteToWideChar(CP_ACP, 0, text.data(), static_cast<int>(text.size()),
-                                           result.data(), static_cast<int>(result.size()));
+    const int length =
+        MultiByteToWideChar(CP_ACP, flags, text.data(), static_cast<int>(text.size()),
+                            result.data(), static_cast<int>(result.size()));
+    result.resize(static_cast<std::size_t>(length));
+    return result;
+}
+
+std::string narrow(const std::wstring& text) {
+    constexpr std::size_t kMostBytes = 4;  // of a character in any code page
+    std::string result(kMostBytes * text.size(), '\0');
+    const int length =
+        WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), result.data(),
+                            static_cast<int>(result.size()), nullptr, nullptr);
     result.resize(static_cast<std::size_t>(length));
     return result;
 }
 
 // The file that a host or the module names: the module's own, or one beside it.
 std::wstring systemPath(const char* file) {
-    const std::wstring path = wide(file);
-    if (path.find(L'?') == path.npos) return path;
+    const std::wstring path = wide(file, MB_ERR_INVALID_CHARS);
+    if (!path.empty() && path.find(L'?') == path.npos) return path;
     const std::wstring own = ownPath();
-    return own.substr(0, own.size() - extensionOf(own).size()) + extensionOf(path);
+    return own.substr(0, own.size() - extensionOf(own).size()) + extensionOf(wide(file));
 }
 
 static_assert(sizeof(SRWLOCK) == sizeof(void*));
@@ -83,11 +95,9 @@ std::size_t profileString(const char* section, const char* key, const char* fall
     value.resize(GetPrivateProfileStringW(
         wide(section).c_str(), wide(key).c_str(), wide(fallback).c_str(), value.data(),
         static_cast<DWORD>(value.size()), systemPath(file).c_str()));
-    const int length =
-        WideCharToMultiByte(CP_ACP, 0, value.data(), static_cast<int>(value.size()), buffer.data(),
-                            static_cast<int>(buffer.size() - 1), nullptr, nullptr);
-    buffer[static_cast<std::size_t>(length)] = '\0';
-    return static_cast<std::size_t>(length);
+    const std::size_t length = narrow(value).copy(buffer.data(), buffer.size() - 1);
+    buffer[length] = '\0';
+    return length;
 }
 
 bool writeProfileString(const char* section, const char* key, const char* text, const char* file) {
@@ -146,6 +156,8 @@ void enableControl(Window dialog, std::uint16_t control, bool enable) {
 }
 
 void endDialog(Window dialog) { EndDialog(handle(dialog), 0); }
+
+std::string ownModulePath() { return narrow(ownPath()); }
 
 bool shiftKeyDown() { return GetKeyState(VK_SHIFT) < 0; }
 

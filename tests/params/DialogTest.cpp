@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "FakeHost.h"
+#include "SystemsPath.h"
 #include "TemporaryFolder.h"
 #include "params/OptionsDialog.h"
 #include "params/Texts.h"
@@ -48,10 +49,22 @@ TEST_F(Dialog, WithoutAWindowOrAFileNothingHappens) {
     host.window.magic = 0;
     EXPECT_FALSE(storedAfter(kStandinDialogFirstButton));
     host.window.magic = kStandinDialogMagic;
-    host.modulePath.clear();
-    EXPECT_FALSE(storedAfter(kStandinDialogFirstButton));
     host.modulePath = folder.file("absent/Q_Streakfall.so");
     EXPECT_FALSE(storedAfter(kStandinDialogFirstButton));
+}
+
+TEST_F(Dialog, WithoutAPathItCanOnlyBeClosed) {
+    const SystemsPath unknown("");
+    host.modulePath.clear();
+    EXPECT_FALSE(storedAfter(kStandinDialogFirstButton));
+    EXPECT_EQ(host.window.firstButton.enabled, 0);
+    EXPECT_EQ(host.window.secondButton.enabled, 0);
+}
+
+TEST_F(Dialog, StoresBesideTheModuleThatTheSystemNames) {
+    const SystemsPath named(host.modulePath.c_str());
+    host.modulePath.clear();
+    EXPECT_TRUE(storedAfter(kStandinDialogFirstButton));
 }
 
 }  // namespace

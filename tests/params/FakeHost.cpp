@@ -100,6 +100,7 @@ FakeHost::FakeHost() : previous_(current) {
         if (which == PF_PlatData_MAIN_WND) *static_cast<void**>(data) = &current->window;
         if (which == PF_PlatData_RES_FILE_PATH) {
             std::strcpy(static_cast<char*>(data), current->modulePath.c_str());
+            return current->pathCode;
         }
         return PF_Err_NONE;
     };

@@ -31,7 +31,8 @@ class FakeHost {
     // What it offers.
     bool renderEngine = false;
     std::string modulePath;
-    int failNewHandleAfter = -1;  // how many handles there are still; negative: no end
+    PF_Err pathCode = PF_Err_NONE;  // beside the path
+    int failNewHandleAfter = -1;    // how many handles there are still; negative: no end
     int failLockAfter = -1;
     int failAddAfter = -1;
     int failCheckoutAfter = -1;

@@ -4,9 +4,11 @@
 #include <random>
 
 #include "FakeHost.h"
+#include "SystemsPath.h"
 #include "TemporaryFolder.h"
 #include "params/OptionsDialog.h"
 #include "params/Settings.h"
+#include "platform/Platform.h"
 
 namespace streakfall::test {
 namespace {
@@ -60,8 +62,18 @@ TEST_F(Settings, PathIsTheModulesWithAnotherExtension) {
     EXPECT_EQ(path("C:\\b.c\\Q.v2.aex"), "C:\\b.c\\Q.v2.ini");
     EXPECT_EQ(path("C:\\b.c\\Q"), "C:\\b.c\\Q.ini");
     EXPECT_EQ(path("Q"), "Q.ini");
+    EXPECT_EQ(path(""), path(platform::ownModulePath().c_str()));
+    const SystemsPath unknown("");
     EXPECT_EQ(path(""), "");
     EXPECT_EQ(path(std::string(259, 'x').c_str()), std::string(259, 'x') + ".ini");
+}
+
+// What was filled in counts.
+TEST_F(Settings, APathBesideACodeIsOne) {
+    FakeHost host;
+    host.modulePath = "/a/Q_Streakfall.so";
+    host.pathCode = PF_Err_INVALID_CALLBACK;
+    EXPECT_EQ(settingsPath(&host.in), "/a/Q_Streakfall.ini");
 }
 
 TEST_F(Settings, WithoutAFileAllIsBuiltIn) {
@@ -71,6 +83,7 @@ TEST_F(Settings, WithoutAFileAllIsBuiltIn) {
 }
 
 TEST_F(Settings, AHostThatNamesNoFileGetsTheBuiltInDefaults) {
+    const SystemsPath unknown("");
     Opened host("");
     expectBuiltIn(host);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 #include "platform/Lock.h"
 
@@ -23,10 +24,12 @@ struct Codes {
     PendingCode entries[kRoom];
     std::size_t count = 0;
 
-    // Order among the others stays.
-    void dropThread(std::uintptr_t thread) {
-        auto* const end = std::remove_if(entries, entries + count,
-                                         [&](const auto& entry) { return entry.thread == thread; });
+    // The thread's codes behind the first `kept`. Order among the others stays.
+    void dropThread(std::uintptr_t thread, std::size_t kept) {
+        std::size_t met = 0;
+        auto* const end = std::remove_if(entries, entries + count, [&](const auto& entry) {
+            return entry.thread == thread && met++ >= kept;
+        });
         count = static_cast<std::size_t>(end - entries);
     }
 };
@@ -49,25 +52,41 @@ bool PendingErrorList::create() {
 }
 
 void PendingErrorList::destroy() noexcept {
-    const std::lock_guard lock(listLock);
-    delete list;
-    list = nullptr;
+    Codes* gone = nullptr;
+    {
+        const std::lock_guard lock(listLock);
+        gone = std::exchange(list, nullptr);
+    }
+    // Outside the lock, too: the host gets the block back, and may call the effect again from
+    // there.
+    delete gone;
 }
 
-void PendingErrorList::clear() noexcept {
+std::size_t PendingErrorList::count() noexcept {
+    const std::uintptr_t self = threadNumber();
     const std::lock_guard lock(listLock);
-    if (list != nullptr) list->dropThread(threadNumber());
+    if (list == nullptr) return 0;
+    return static_cast<std::size_t>(
+        std::count_if(list->entries, list->entries + list->count,
+                      [&](const auto& entry) { return entry.thread == self; }));
 }
 
-PF_Err PendingErrorList::takeFirst() noexcept {
+void PendingErrorList::clear(std::size_t kept) noexcept {
+    const std::lock_guard lock(listLock);
+    if (list != nullptr) list->dropThread(threadNumber(), kept);
+}
+
+PF_Err PendingErrorList::takeFirst(std::size_t kept) noexcept {
     const std::uintptr_t self = threadNumber();
     const std::lock_guard lock(listLock);
     if (list == nullptr) return PF_Err_NONE;
     PF_Err first = PF_Err_NONE;
+    std::size_t met = 0;
     for (std::size_t index = 0; index < list->count && first == PF_Err_NONE; ++index) {
-        if (list->entries[index].thread == self) first = list->entries[index].code;
+        const PendingCode& entry = list->entries[index];
+        if (entry.thread == self && met++ >= kept) first = entry.code;
     }
-    list->dropThread(self);
+    list->dropThread(self, kept);
     return first;
 }
 

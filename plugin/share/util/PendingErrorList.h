@@ -7,6 +7,8 @@
 // what a failed allocation does.
 #pragma once
 
+#include <cstddef>
+
 #include "hostapi/hostapi.h"
 
 namespace AEUtil {
@@ -18,12 +20,16 @@ class PendingErrorList {
     static bool create();
     static void destroy() noexcept;
 
-    // Drops the calling thread's codes.
-    static void clear() noexcept;
+    // How many codes of the calling thread are pending: those of a command that called the host,
+    // which now calls back with another.
+    static std::size_t count() noexcept;
 
-    // The first code recorded on this thread since clear(), 0 when there is none or no list.
-    // Drops the thread's codes.
-    static PF_Err takeFirst() noexcept;
+    // Drops the calling thread's codes behind the first `kept`.
+    static void clear(std::size_t kept = 0) noexcept;
+
+    // The first code recorded on this thread behind `kept` others, 0 when there is none or no
+    // list. Drops all behind those.
+    static PF_Err takeFirst(std::size_t kept = 0) noexcept;
 };
 
 // Appends a code under the calling thread. Nothing happens when the list does not exist, the code

@@ -30,7 +30,7 @@ class GoodEffect {
             case PF_Cmd_SEQUENCE_RESETUP:
                 return sequenceSetup(in, out);
             case PF_Cmd_SEQUENCE_SETDOWN:
-                if (in->sequence_data) in->utils->host_dispose_handle(in->sequence_data);
+                if (sequenceOf(in, out)) in->utils->host_dispose_handle(sequenceOf(in, out));
                 return PF_Err_NONE;
             case PF_Cmd_RENDER:
                 return renderLegacy(in, &params[0]->u.ld, output);
@@ -77,10 +77,14 @@ class GoodEffect {
     }
 
     virtual PF_Err flatten(PF_InData* in, PF_OutData* out) {
-        const PF_Handle live = out->sequence_data;
+        const PF_Handle live = sequenceOf(in, out);
         const PF_Err code = sequenceSetup(in, out);
         if (!code && live) in->utils->host_dispose_handle(live);
         return code;
+    }
+
+    static PF_Handle sequenceOf(const PF_InData* in, const PF_OutData* out) {
+        return in->sequence_data ? in->sequence_data : out->sequence_data;
     }
 
     struct Plan {
