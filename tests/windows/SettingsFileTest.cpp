@@ -71,6 +71,12 @@ TEST_F(DoorTest, ValuesAndFallbacks) {
     EXPECT_FALSE(platform::deleteFile(path.c_str()));
 }
 
+// Fewer characters than the buffer holds, of two bytes each in code page 932.
+TEST_F(DoorTest, AValueOfTooManyBytesIsCut) {
+    ASSERT_TRUE(write("H", "7\x83\x41\x83\x41\x83\x41\x83\x41\x83\x41"));
+    EXPECT_EQ(text("H"), "7\x83\x41\x83\x41\x83\x41");
+}
+
 TEST_F(DoorTest, OtherSectionsAndUnixLineEndsSurviveAWrite) {
     writeFile(file, "; mine\n[Version=1.4]\nH=1\n[Version=1.5]\nTaper = 2\nH=3\n");
     EXPECT_EQ(integer("H"), 3);
