@@ -16,4 +16,12 @@ inline std::int32_t truncToI32(double value) {
     return value == value ? static_cast<std::int32_t>(value) : 0;
 }
 
+// Cut toward zero, saturating at 2^53, below which doubles tell neighbours apart; NaN gives 0.
+inline std::int64_t truncToI64(double value) {
+    constexpr double kLimit = 9007199254740992.0;
+    if (value >= kLimit) return std::int64_t{1} << 53;
+    if (value <= -kLimit) return -(std::int64_t{1} << 53);
+    return value == value ? static_cast<std::int64_t>(value) : 0;
+}
+
 }  // namespace streakfall

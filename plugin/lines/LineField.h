@@ -11,19 +11,11 @@
 #include <cstdint>
 #include <vector>
 
+#include "lines/LinePrototype.h"
 #include "lines/LineRecord.h"
+#include "lines/RowPattern.h"
 
 namespace streakfall {
-
-// The random make-up of one slot of a row half.
-struct LinePrototype {
-    double axialOffset;    // added to the slot's place along the axis, pixels
-    double lateralOffset;  // added across it: pixels, or radians in a fan
-    double baseLength;     // length before variation, pixels
-    double lengthFactor;   // multiplier on baseLength
-    double thickness;      // full thickness, pixels; may be 0 or below, such a slot draws nothing
-    std::int32_t groupId;  // number of the slot, or of its group
-};
 
 struct Rect {
     double left, top, right, bottom;  // closed on all sides where a point is tested
@@ -35,10 +27,23 @@ class LineField {
     static constexpr std::int32_t kArch = 1;
     static constexpr std::int32_t kFixedBand = 2;
 
-    // Bound on prototypes drawn plus slots visited in one frame. Only rows whose pitch is a
-    // fraction of a pixel, or sizes far beyond the sliders, come near it; the rows behind it are
-    // left out.
-    static constexpr std::int64_t kMaxSlotWork = std::int64_t{1} << 24;
+    // Bounds of one frame; what lies behind a bound is left out, from the far end of the axis. The
+    // second and third cannot be met by values inside the parameters' ranges in a frame of at most
+    // kMaxSide a side, and the first only where more than that many lines touch the frame.
+    //
+    // Patterns are prepared once each: at most 100 of "Random Repeat Num", one more, and the first
+    // row's own. A half of one draws at most ceil(diagonal) prototypes and has at most four times
+    // as many slots, so 102 x 2 x 5 x 42,427 = 43 million.
+    //
+    // A step is a row met or a slot open there. Rows without open slots in any pattern are passed
+    // over without a step. So a row is met in vain only while another pattern has slots open: with
+    // one line in 101 rows there are 102 steps a line, and 102 x 2^25 = 3.4 thousand million. Any
+    // more slots open make more lines in proportion, but for the few that pass within
+    // a thousandth of a pixel of the frame, or whose fan is so narrow that its apex lies where
+    // doubles are far apart.
+    static constexpr std::size_t kMaxLines = std::size_t{1} << 25;  // 1.75 GiB of records
+    static constexpr std::int64_t kMaxPreparedSlots = std::int64_t{1} << 26;
+    static constexpr std::int64_t kMaxSteps = std::int64_t{1} << 32;
 
     // margin: how far a line may lie outside the frame and still reach it, pixels.
     // scale: render scale, 1 at full size.
@@ -46,7 +51,7 @@ class LineField {
 
     // Appends the frame's lines: row by row from the lowest axial place up, in a row the first
     // half's slots, then the second half's, each going away from the axis. Degenerate values
-    // give fewer lines or none. Throws only what `lines` throws when it cannot grow.
+    // give fewer lines or none. Throws only what a vector throws when it cannot grow.
     void generate(std::vector<LineRecord>& lines);
 
     // Draws the prototypes of one row half from `state`. lineLength above 0; step is the lateral
@@ -55,8 +60,6 @@ class LineField {
 
     // Seeds `state` for one half (+1 or -1) of a row and returns the half's seed word.
     std::int32_t rowSeedWord(std::int32_t patternIndex, std::int32_t halfSign);
-
-    void releasePrototypes() { std::vector<LinePrototype>().swap(prototypes); }
 
     // Values of the frame, set by the owner. Lengths in pixels at the render scale, ratios as
     // parts of one unless told otherwise.
@@ -103,34 +106,35 @@ class LineField {
     struct Rows {
         double pitch;
         double x;              // axial place of the first row
-        std::int32_t pattern;  // of the first row, not reduced
+        std::int64_t pattern;  // of the first row, not reduced
         std::int64_t count;
     };
     struct Slots {
-        double step;         // lateral, pixels or radians, with sign
-        double apex;         // axial place of the fan's apex; 0 without a fan
-        std::int32_t count;  // a row half
+        double lineLength;        // above 0
+        double step;              // lateral, pixels or radians, with sign
+        double apex;              // axial place of the fan's apex; 0 without a fan
+        double sine, cosine;      // of the field's axis in the buffer
+        std::int32_t prototypes;  // to draw for a row half
+        std::int32_t count;       // of slots, a row half
     };
-    // The field's own axes in the buffer, and the clip rectangle seen along them, grown by more
-    // than the roundings of turning a line: what lies outside cannot touch the rectangle.
-    struct Axis {
-        double cosine, sine;
-        double axialFrom, axialTo;
-        double lateralFrom, lateralTo;
-    };
+    struct Path;
 
+    std::int64_t patternCount() const;
     bool layRows(double lineLength, Rows& rows);
-    Slots laySlots() const;
-    Axis layAxis() const;
+    Slots laySlots(double lineLength) const;
     double farthestCorner() const;
     bool grouped() const;
-    std::int32_t slotsWithin(const Axis& axis, const Slots& slots) const;
+    void leaveOutFarSlots(Slots& slots) const;
     double buildPlain(double lineLength, double step, std::int32_t count);
     double buildGroups(double lineLength, double step, std::int32_t count);
-    void runSlots(std::vector<LineRecord>& lines, const Slots& slots, const Axis& axis, double x,
-                  double y, double step, std::int32_t seedWord) const;
-    bool place(const LinePrototype& q, const Slots& slots, double x, double y,
-               LineRecord& line) const;
+    std::vector<RowPattern> layPatterns(const Rows& rows, const Slots& slots);
+    RowPattern layPattern(std::int64_t pattern, const Slots& slots);
+    void addHalf(RowPattern& pattern, const Slots& slots, double y, double step,
+                 std::int32_t seedWord) const;
+    Path straightPath(const RowSlot& slot, const Slots& slots) const;
+    Path fanPath(const RowSlot& slot, const Slots& slots) const;
+    bool findRange(RowSlot& slot, const Slots& slots) const;
+    bool place(const RowSlot& slot, const Slots& slots, double x, LineRecord& line) const;
 };
 
 // The triangle wave that folds v into 0 to limit; limit above 0.
