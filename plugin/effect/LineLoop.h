@@ -8,7 +8,7 @@
 #include "effect/StrokeSetup.h"
 #include "lines/LineRecord.h"
 #include "shareForLines/LineCanvas.h"
-#include "shareForLines/LineTracer.h"
+#include "shareForLines/TraceLines.h"
 
 namespace streakfall {
 
@@ -19,20 +19,23 @@ template <class Depth>
 [[nodiscard]] PF_Err drawLines(LineCanvas& canvas, Stroke<Depth>& stroke,
                                const ConvertedParams& params, const std::vector<LineRecord>& lines,
                                const HostProgress& progress) {
-    const auto pen = framePen<Depth>(params.values);
+    const auto base = framePen<Depth>(params.values);
     const JitterAmounts amounts = jitterAmounts(params);
-    const std::size_t step = std::max<std::size_t>(1, lines.size() / 10);
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        const LineRecord& line = lines[i];
-        stroke.thickness = line.thickness;
-        jitterColor<Depth>(stroke.pen, pen, amounts, static_cast<std::uint32_t>(line.seed),
+    const auto penOf = [&](std::size_t i) {
+        auto pen = base;
+        jitterColor<Depth>(pen, base, amounts, static_cast<std::uint32_t>(lines[i].seed),
                            params.values.randomSeed);
-        traceLine<Depth>(stroke, canvas, line);
-        if (i % step != 0) continue;
+        return pen;
+    };
+    const std::size_t step = std::max<std::size_t>(1, lines.size() / 10);
+    PF_Err stop = PF_Err_NONE;
+    traceLines<Depth>(stroke, canvas, lines, penOf, [&](std::size_t i) {
+        if (i % step != 0) return true;
         progress.report(static_cast<A_long>(20 + 8 * (i / step)));
-        if (const PF_Err stop = progress.abort(); stop != PF_Err_NONE) return stop;
-    }
-    return PF_Err_NONE;
+        stop = progress.abort();
+        return stop == PF_Err_NONE;
+    });
+    return stop;
 }
 
 }  // namespace streakfall

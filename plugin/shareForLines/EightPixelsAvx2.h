@@ -6,6 +6,13 @@
 //                    order: that of the row but in float
 //   load, store      any address of a pixel with seven more behind it
 //   alphas(g)        the pen's alpha at coverages 0 to 255; its own at kInterior
+//   payload(a)       an alpha in 32 bits, in every lane; of two the larger has the larger bits
+//   covered(g, a)    alphas a at coverages g as payloads, in the row's order; ordered() makes
+//                    Alphas of them
+//   rests(p, most)   all ones, in the row's order, where no merge at alphas up to `most` changes
+//                    the colour any more, and the alpha is the largest merged: the colour is the
+//                    pen's, or within a step below it in every channel while some weight is left
+//                    to it, whose mixture truncates to what it was
 //   merge(p, a)      lanes where a is 0 stay. True when a second merge could change a pixel, as
 //                    it does where colours were mixed.
 #pragma once
@@ -67,6 +74,28 @@ struct EightPixels<Depth8> {
 
     Alphas alphas(__m256i coverage) const {
         return coverAlpha8(_mm256_min_epi32(coverage, _mm256_set1_epi32(255)), pen.alpha);
+    }
+
+    static __m256i payload(std::int32_t alpha) { return _mm256_set1_epi32(alpha); }
+    static __m256i covered(__m256i coverage, __m256i alpha) {
+        const __m256i product =
+            _mm256_mullo_epi32(_mm256_min_epi32(coverage, _mm256_set1_epi32(255)), alpha);
+        return _mm256_srli_epi32(_mm256_mullo_epi32(product, _mm256_set1_epi32(32897)), 23);
+    }
+    static Alphas ordered(__m256i alpha) { return alpha; }
+    __m256i rests(const Pixels& p, std::int32_t most) const {
+        const __m256i byte = _mm256_set1_epi32(0xFF);
+        // Above the pen's colour, or below it by more than a step.
+        const __m256i zero = _mm256_setzero_si256(), below = _mm256_subs_epu8(color, p);
+        const __m256i above = _mm256_andnot_si256(byte, _mm256_subs_epu8(p, color));
+        const __m256i off = _mm256_or_si256(below, above);
+        const __m256i far = _mm256_or_si256(above, _mm256_subs_epu8(below, _mm256_set1_epi8(1)));
+        const __m256i near = _mm256_cmpeq_epi32(far, zero);
+        const __m256i left =
+            _mm256_mullo_epi32(_mm256_and_si256(p, byte), _mm256_set1_epi32(Depth8::kWhite - most));
+        return _mm256_or_si256(
+            _mm256_cmpeq_epi32(off, zero),
+            _mm256_and_si256(near, _mm256_cmpgt_epi32(left, _mm256_set1_epi32(255))));
     }
 
     __attribute__((always_inline)) bool merge(Pixels& p, Alphas a) const {
@@ -142,6 +171,35 @@ struct EightPixels<Depth16> {
         const __m256i a =
             _mm256_cvttps_epi32(_mm256_div_ps(_mm256_cvtepi32_ps(product), _mm256_set1_ps(255.0f)));
         return _mm256_permute4x64_epi64(a, 0xD8);
+    }
+
+    static __m256i payload(std::int32_t alpha) { return _mm256_set1_epi32(alpha); }
+    static __m256i covered(__m256i coverage, __m256i alpha) {
+        const __m256i product =
+            _mm256_mullo_epi32(_mm256_min_epi32(coverage, _mm256_set1_epi32(255)), alpha);
+        return _mm256_cvttps_epi32(
+            _mm256_div_ps(_mm256_cvtepi32_ps(product), _mm256_set1_ps(255.0f)));
+    }
+    static Alphas ordered(__m256i alpha) { return _mm256_permute4x64_epi64(alpha, 0xD8); }
+    __m256i rests(const Pixels& p, std::int32_t most) const {
+        // Above the pen's colour, or below it by more than a step.
+        const __m256i zero = _mm256_setzero_si256(), one = _mm256_set1_epi16(1);
+        const __m256i low = _mm256_set1_epi32(0xFFFF);
+        const __m256i redBelow = _mm256_andnot_si256(low, _mm256_subs_epu16(red, p.alphaRed));
+        const __m256i restBelow = _mm256_subs_epu16(greenBlue, p.greenBlue);
+        const __m256i above =
+            _mm256_or_si256(_mm256_andnot_si256(low, _mm256_subs_epu16(p.alphaRed, red)),
+                            _mm256_subs_epu16(p.greenBlue, greenBlue));
+        const __m256i off = _mm256_or_si256(above, _mm256_or_si256(redBelow, restBelow));
+        const __m256i far = _mm256_or_si256(
+            above,
+            _mm256_or_si256(_mm256_subs_epu16(redBelow, one), _mm256_subs_epu16(restBelow, one)));
+        const __m256i near = _mm256_cmpeq_epi32(far, zero);
+        const __m256i left =
+            _mm256_mullo_epi32(lower(p.alphaRed), _mm256_set1_epi32(Depth16::kWhite - most));
+        return ordered(_mm256_or_si256(
+            _mm256_cmpeq_epi32(off, zero),
+            _mm256_and_si256(near, _mm256_cmpgt_epi32(left, _mm256_set1_epi32(32767)))));
     }
 
     __attribute__((always_inline)) bool merge(Pixels& p, Alphas a) const {
@@ -234,6 +292,26 @@ struct EightPixels<DepthFloat> {
         return _mm256_permutevar8x32_ps(
             _mm256_blendv_ps(edge, penLanes(pen.alpha), _mm256_castsi256_ps(inside)),
             _mm256_setr_epi32(0, 2, 4, 6, 1, 3, 5, 7));
+    }
+
+    static __m256i payload(float alpha) { return _mm256_castps_si256(_mm256_set1_ps(alpha)); }
+    static __m256i covered(__m256i coverage, __m256i alpha) {
+        const __m256 whole = _mm256_castsi256_ps(alpha);
+        const __m256 edge = _mm256_div_ps(_mm256_mul_ps(_mm256_cvtepi32_ps(coverage), whole),
+                                          _mm256_set1_ps(255.0f));
+        const __m256i inside = _mm256_cmpeq_epi32(coverage, _mm256_set1_epi32(kInterior));
+        return _mm256_castps_si256(_mm256_blendv_ps(edge, whole, _mm256_castsi256_ps(inside)));
+    }
+    static Alphas ordered(__m256i alpha) {
+        return _mm256_permutevar8x32_ps(_mm256_castsi256_ps(alpha),
+                                        _mm256_setr_epi32(0, 2, 4, 6, 1, 3, 5, 7));
+    }
+    __m256i rests(const Pixels& p, float) const {
+        const __m256 same = _mm256_and_ps(
+            _mm256_and_ps(equal(penLanes(pen.red), p.red), equal(penLanes(pen.green), p.green)),
+            equal(penLanes(pen.blue), p.blue));
+        return _mm256_permutevar8x32_epi32(_mm256_castps_si256(same),
+                                           _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
     }
 
     __attribute__((always_inline)) bool merge(Pixels& p, Alphas a) const {

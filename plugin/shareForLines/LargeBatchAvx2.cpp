@@ -102,7 +102,7 @@ struct RestOfRows {
 }  // namespace
 
 template <class Depth>
-bool LargeBatchAvx2<Depth>::add(const Dab& dab) {
+bool LargeBatchAvx2<Depth>::add(const Dab& dab, typename Depth::Channel) {
     if (count == kCapacity || dab.radius > LargeDabShape::kMaxRadius) return false;
     Entry& entry = entries[static_cast<std::size_t>(count)];
     if (!entry.shape.place(dab.x, dab.y, dab.radius)) return false;

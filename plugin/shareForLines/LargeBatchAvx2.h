@@ -37,7 +37,8 @@ class LargeBatchAvx2 {
 
     // Takes a large dab that touches the canvas. False when the batch is full, flush and try
     // again, or when the dab is irregular: if it is refused by an empty batch, paint it by itself.
-    bool add(const Dab& dab);
+    // All dabs of a batch have one alpha.
+    bool add(const Dab& dab, typename Depth::Channel alpha);
 
     // Paints the batch with the pen, whose alpha is that of all its dabs, and empties it. There is
     // one dab at least. `single` paints the dabs of a batch that cannot be painted as one. May

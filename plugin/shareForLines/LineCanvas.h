@@ -13,6 +13,7 @@
 #include "shareForLines/CoverageTable.h"
 #include "shareForLines/CoveredPixels.h"
 #include "shareForLines/SpanTable.h"
+#include "shareForLines/WhatShows.h"
 
 namespace streakfall {
 
@@ -26,6 +27,7 @@ struct LineCanvas {
     std::int32_t height = 0;
     SpanTable spans;
     CoveredPixels covered;
+    WhatShows shows;
     CoverageBlend weights;
     bool hollowDabs = false;  // a dab may leave its middle to the dabs behind it
     AEUtil::EffectWorldPtr worldRef;

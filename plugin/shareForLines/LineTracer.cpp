@@ -5,10 +5,10 @@
 #include "shareForLines/DabPainter.h"
 #include "shareForLines/InstructionSet.h"
 #include "shareForLines/LargeBatchAvx2.h"
-#include "shareForLines/LargeRunAvx2.h"
 #include "shareForLines/LineWalk.h"
 #include "shareForLines/PenPixels.h"
 #include "shareForLines/SmallDabAvx2.h"
+#include "shareForLines/ThickStroke.h"
 
 namespace streakfall {
 namespace {
@@ -24,9 +24,10 @@ class LinePainter {
           pen(stroke.pen),
           strokeAlpha(stroke.pen.alpha),
           wide(instructionSet() >= InstructionSet::kAvx2),
-          straight(wide && !stroke.waveEnabled && walk.hasDirection()),
-          waved(wide && stroke.waveEnabled),
-          run(walk.directionX(), walk.directionY()) {}
+          thick(wide && walk.hasDirection()),
+          staysOpen(walk.middlesMayStayOpen()) {
+        run.start(!stroke.waveEnabled, staysOpen);
+    }
 
     // The dab touches the canvas. False when no later dab of the line can change a pixel.
     bool paint(const Dab& dab) {
@@ -49,7 +50,10 @@ class LinePainter {
     void setFactor(double f) {
         if (f == factor) return;
         const auto alpha = Depth::scaleAlpha(strokeAlpha, f);
-        if (alpha != pen.alpha) flush();
+        if (alpha != pen.alpha) {
+            small.flush(canvas, pen);
+            flushBatch();
+        }
         pen.alpha = alpha;
         factor = f;
     }
@@ -84,9 +88,14 @@ class LinePainter {
     }
 
     void paintLarge(const Dab& dab) {
-        if (pen.alpha > 0 && insideGivesMost<Depth>(pen) &&
-            ((straight && hold(run, dab)) || (waved && hold(batch, dab)))) {
-            return;
+        if (thick && pen.alpha > 0 && insideGivesMost<Depth>(pen)) {
+            if (dab.hollow && staysOpen) {
+                flushRun();
+                if (hold(batch, dab, [&] { flushBatch(); })) return;
+            } else {
+                flushBatch();
+                if (hold(run, dab, [&] { flushRun(); })) return;
+            }
         }
         flushLarge();
         if (wide) {
@@ -97,17 +106,23 @@ class LinePainter {
     }
 
     // Keeps the dab back, to be painted with its neighbours. False when it must go by itself.
-    template <class Dabs>
-    bool hold(Dabs& dabs, const Dab& dab) {
-        if (dabs.add(dab)) return true;
+    template <class Dabs, class Flush>
+    bool hold(Dabs& dabs, const Dab& dab, Flush flushThem) {
+        if (dabs.add(dab, pen.alpha)) return true;
         if (dabs.empty()) return false;
-        dabs.flush(canvas, pen, single);
-        return dabs.add(dab);
+        flushThem();
+        return dabs.add(dab, pen.alpha);
     }
 
-    void flushLarge() {
+    void flushRun() {
         if (!run.empty()) run.flush(canvas, pen, single);
+    }
+    void flushBatch() {
         if (!batch.empty()) batch.flush(canvas, pen, single);
+    }
+    void flushLarge() {
+        flushRun();
+        flushBatch();
     }
 
     LineCanvas& canvas;
@@ -115,11 +130,11 @@ class LinePainter {
     typename Depth::Channel strokeAlpha;
     double factor = 1.0;  // of the pen's alpha
     bool wide;            // vectors may be used
-    bool straight;        // and runs of large dabs,
-    bool waved;           // or batches of them
+    bool thick;           // and runs of large dabs,
+    bool staysOpen;       // or batches of hollow ones that may leave pixels open
     SmallDabAvx2<Depth> small;
     LargeDabAvx2<Depth> single;
-    LargeRunAvx2<Depth> run;
+    ThickStroke<Depth> run;
     LargeBatchAvx2<Depth> batch;
 };
 
@@ -140,6 +155,7 @@ __attribute__((noinline)) void paintRest(LineWalk& walk, Dab& dab, const Stroke<
 template <class Depth>
 void traceLine(Stroke<Depth>& stroke, LineCanvas& canvas, const LineRecord& line) {
     if (!(stroke.thickness > 0.0) || stroke.pen.alpha == 0 || canvas.world == nullptr) return;
+    if (canvas.shows.hidesLine(stroke, line)) return;
     LineWalk walk(stroke, line);
     walk.keepTo(canvas);
     Dab dab;

@@ -42,9 +42,24 @@ class LineWalk {
         return true;
     }
 
+    // Between the points, pixels; 1 where they are one.
+    double length() const { return 1.0 / dt; }
+    // The radius at a place along the line, 0 to 1. Within a walk places may not fall.
+    double radiusAt(double place);
+
     double directionX() const { return ux; }  // unit vector, (0, 0) for a line of no length
     double directionY() const { return uy; }
     bool hasDirection() const { return ux != 0.0 || uy != 0.0; }
+
+    // False when every pixel inside a hollow dab of this line, however it was left open, is painted
+    // at the pen's alpha by another of its dabs.
+    //
+    // Such a pixel stays inside until a solid dab paints it, or some dab is the last to have it
+    // inside, and some was the first. A hollow row keeps kHollowRim pixels at each end; so the
+    // pixel is painted when one of these ends comes or goes in shorter steps. An end moves by the
+    // step along the row, by what the circle is narrower a step farther off its middle, and by what
+    // the radius changes: growing it lets ends come faster, shrinking go faster.
+    bool middlesMayStayOpen() const;
 
   private:
     static constexpr std::size_t kSteps = 32;  // at a time
@@ -56,7 +71,6 @@ class LineWalk {
     bool comesNear() const;
     void startBridge();
     bool bridge();
-    double radiusAt();
     double opacityAt() const;
 
     StrokeForm& stroke;

@@ -48,7 +48,15 @@ void mergeWholeRow(LineCanvas& canvas, const typename Depth::Pixel& pen, const R
     const std::int32_t from = std::max(columns.from, 0);
     const std::int32_t to = std::min(columns.to, canvas.width - 1);
     if (pen.alpha == Depth::kWhite) {
-        if (from <= to) std::fill(row + from, row + to + 1, pen);
+        if (from > to) return;
+        if (!canvas.shows.knows()) {
+            std::fill(row + from, row + to + 1, pen);
+            return;
+        }
+        for (std::int32_t x = from, end; canvas.shows.nextShown(x, to, y, end); x = end + 1) {
+            std::fill(row + x, row + end + 1, pen);
+            if (end == to) return;
+        }
         return;
     }
     for (std::int32_t x = from; x <= to; ++x) {

@@ -251,6 +251,11 @@ void SmallDabAvx2<Depth>::paintRow(const LineCanvas& canvas, const Pixel& pen,
                                            _mm256_cmpgt_epi8(everyByte(row), load(bottom.data())));
     std::int32_t x = smallestByte(_mm256_or_si256(lefts, missed));
     for (Discs rest = ~setOf(missed); rest != 0;) {
+        if (canvas.shows.hidesEight(squareX + x, squareY + row)) {
+            x += kLanes;
+            rest &= ~setOf(_mm256_cmpgt_epi8(everyByte(x), rights));
+            continue;
+        }
         Block block;
         block.x = squareX + x;
         block.y = squareY + row;

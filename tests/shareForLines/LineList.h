@@ -6,8 +6,8 @@
 
 #include "lines/LineRecord.h"
 #include "shareForLines/LineCanvas.h"
-#include "shareForLines/LineTracer.h"
 #include "shareForLines/Stroke.h"
+#include "shareForLines/TraceLines.h"
 
 namespace streakfall {
 
@@ -15,11 +15,8 @@ namespace streakfall {
 template <class Depth, class PenOf>
 void drawLineList(Stroke<Depth>& stroke, LineCanvas& canvas, const std::vector<LineRecord>& lines,
                   PenOf penOf) {
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        stroke.pen = penOf(i);
-        stroke.thickness = lines[i].thickness;
-        traceLine(stroke, canvas, lines[i]);
-    }
+    traceLines(stroke, canvas, std::span<const LineRecord>(lines), penOf,
+               [](std::size_t) { return true; });
 }
 
 }  // namespace streakfall

@@ -1,0 +1,83 @@
+// ThickStroke: large dabs one after the other along a path, painted as one body.
+//
+// Why the bits are those of dab after dab:
+//  - The pen's alpha is above 0, no coverage gives more, and along the run it rises or falls or
+//    stays. A pixel that is empty, or already has the pen's colour, or gets white from one of the
+//    dabs, ends with the largest alpha that reaches it; order and repetition do not count. The core
+//    of a run of one alpha, inside some dab for certain (ThickBounds), gets the pen itself; where
+//    the alpha varies, no dab past the first one met from the high side that has a pixel inside can
+//    give more.
+//  - Any other pixel gets its merges one by one, in walk order, from the dabs that paint it
+//    (LargeDabShape), until its colour rests (EightPixels); from there on the largest alpha counts.
+//  - Hollow dabs leave their middle open, but on most lines every pixel inside one of them is
+//    painted by another (LineWalk::middlesMayStayOpen). The hollow runs of other lines are painted
+//    dab by dab.
+//
+// Which dabs give the largest coverage: with f(k) the squared distance of a pixel from dab k less
+// the squared radius, f is convex along a straight line, of slope 1 per pixel squared at least
+// 1 - g^2 (g the growth of the radius in a pixel; the curve of a ramp bends the other way at its
+// start, by less than kBend). Quantised centres move f by at most 0.0885 (r + 1). So if some dab
+// has a pixel, or its neighbour across the rim, inside, then one does that lies within
+// w = root of (0.177 (r + 1) + 0.35) of its foot, and no dab whose f is more than
+// (1 + w)^2 + 0.177 (r + 1) above the least can give more coverage. Dabs are looked at from the
+// last foot found both ways until all are that far above. Along a bent path all dabs that touch
+// are looked at.
+//
+// Owner: the painter of lines. Needs a processor with AVX2.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "shareForLines/LargeDabAvx2.h"
+#include "shareForLines/LineCanvas.h"
+#include "shareForLines/ThickBounds.h"
+#include "shareForLines/ThickDabs.h"
+
+namespace streakfall {
+
+template <class Depth>
+class ThickStroke {
+  public:
+    using Pixel = typename Depth::Pixel;
+
+    // Before the first dab of a line. `straight`: no wave; `mayStayOpen`: not every pixel inside a
+    // hollow dab gets its paint from another one (LineWalk::middlesMayStayOpen).
+    void start(bool straight, bool mayStayOpen) {
+        isStraight = straight;
+        middlesStayOpen = mayStayOpen;
+        count = 0;
+    }
+
+    // Takes a large dab that touches the canvas. False when it cannot go into this run: flush and
+    // try again; if it is refused by an empty run, paint it by itself.
+    bool add(const Dab& dab, typename Depth::Channel alpha);
+
+    // Paints the run with the colour of the pen and empties it. There is one dab at least. `single`
+    // paints the dabs of a run that cannot be painted as one.
+    void flush(LineCanvas& canvas, const Pixel& pen, LargeDabAvx2<Depth>& single);
+
+    bool empty() const { return count == 0; }
+
+  private:
+    class Rim;
+
+    bool goesOn(const Dab& dab) const;
+    bool meetsOthers(const LineCanvas& canvas, const Pixel& pen) const;
+    void paintCore(LineCanvas& canvas, const Pixel& pen) const;
+    void paint(LineCanvas& canvas, const Pixel& pen);
+
+    bool isStraight = true, middlesStayOpen = false;
+    bool steep = false;    // y is the major axis
+    double advance = 0.0;  // sign of the way along it; 0 before the second dab
+    std::int32_t count = 0;
+    bool everything = false;  // of the run at hand is looked at, the core as well
+    std::int32_t rising = 0;  // 1 or -1 when alphas rise or fall along the way
+    std::array<Dab, ThickDabs::kCapacity> held;
+    std::array<typename Depth::Channel, ThickDabs::kCapacity> heldAlphas;
+    std::array<std::int32_t, ThickDabs::kCapacity> payloads;
+    ThickDabs dabs;
+    ThickBounds bounds;
+};
+
+}  // namespace streakfall
