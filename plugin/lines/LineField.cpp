@@ -19,9 +19,9 @@ constexpr double kMinLength = 1e-06;
 // A host world has at most 30000 pixels a side; the bound keeps a damaged size from asking for
 // gigabytes of prototypes.
 constexpr double kMaxDiagonal = 65536.0;
-// Pixels; inside the ranges a row can touch the frame from 100,000 at most. Far behind this one a
-// line's ends are rounded to more than a pixel.
-constexpr double kMaxReach = 1e12;
+// Pixels; inside the ranges a row can touch the frame from 100,000 at most. Rows that reach farther
+// than this are of lines that are too long to be drawn, or lie anywhere.
+constexpr double kMaxReach = 1e6;
 constexpr double kSlotsToSpare = 3.0;  // for the fraction and for the roundings of the slots' sum
 
 double distance(double x0, double y0, double x1, double y1) {
@@ -101,6 +101,7 @@ bool LineField::layRows(double lineLength, Rows& rows) {
         } else if (off < -reach) {
             off = off + cycle;
         }
+        if (!std::isfinite(off)) return false;
         firstCell = truncToI64(std::ceil((reach + off) / rows.pitch));
         // The first row's pattern is not reduced; it lies behind the start point by the reach.
         rows.pattern = (patternCount() - 1) - (firstCell % patternCount()) + 1;

@@ -19,7 +19,8 @@ void RowWalk::skipTo(double place) {
     while (more() && x < place) {
         const double second = x + pitch, third = second + pitch;
         const double rise = second - x;
-        if (rise == 0.0) row = count;  // every further row lies here too
+        // Every further row lies here too, or is no number.
+        if (!(rise > 0.0)) row = count;
         const double last = lastOfBinade(x);
         // Where the pitch ends on half a unit, an odd sum is rounded otherwise than the even ones
         // behind it: two equal rises show that it is over.

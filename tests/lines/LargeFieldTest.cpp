@@ -191,6 +191,14 @@ TEST(LongLargeFields, StopAtTheBound) {
     EXPECT_EQ(generated(field).size(), LineField::kMaxLines);
 }
 
+TEST(RowWalkTest, PlacesThatDoNotRiseAreTheLast) {
+    for (const double x : {-1e292, -HUGE_VAL}) {
+        RowWalk row(x, 3.0, std::int64_t{1} << 53);
+        row.skipTo(0.0);
+        EXPECT_FALSE(row.more()) << x;
+    }
+}
+
 // The places that adding gives one by one, also where the pitch ends on half a unit of the sums.
 TEST(RowWalkTest, SkipsToThePlaceThatAddingGives) {
     Dice dice(5);
