@@ -10,6 +10,9 @@ OwnFolder::OwnFolder(Report& report) {
     std::string made = (std::filesystem::temp_directory_path() / "validate-XXXXXX").string();
     if (!mkdtemp(made.data())) report.stop("no temporary folder");
     path_ = made;
+    // Where the host does not tell the path the effect may ask the system, and would store beside
+    // the module itself.
+    setenv("STREAKFALL_OWN_PATH", module().c_str(), 1);
 }
 
 OwnFolder::~OwnFolder() {
@@ -17,9 +20,11 @@ OwnFolder::~OwnFolder() {
     std::filesystem::remove_all(path_, ignored);
 }
 
+std::string OwnFolder::module() const { return (path_ / "Module.plug").string(); }
+
 standin::HostOffer OwnFolder::offer() const {
     standin::HostOffer offer;
-    offer.modulePath = (path_ / "Module.plug").string();
+    offer.modulePath = module();
     return offer;
 }
 

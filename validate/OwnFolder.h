@@ -9,7 +9,8 @@
 namespace validate {
 
 // A temporary folder that the effect takes for the one its module lies in, so that what it stores
-// beside the module lands there. Removed with everything in it.
+// beside the module lands there, also by the system's word (off Windows). Removed with everything
+// in it; the word stays, for a check has a process of its own.
 class OwnFolder {
   public:
     explicit OwnFolder(Report& report);
@@ -25,6 +26,8 @@ class OwnFolder {
     void writeSettings(const std::string& content) const;
 
   private:
+    std::string module() const;
+
     std::filesystem::path path_;
 };
 
