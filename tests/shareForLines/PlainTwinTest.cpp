@@ -2,33 +2,15 @@
 // to the bit after each of them.
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <cstdlib>
-#include <cstring>
-#include <random>
+#include <cmath>
 
+#include "Chance.h"
+#include "EveryInstructionSet.h"
 #include "PaintBox.h"
 #include "reference/PlainStroke.h"
-#include "shareForLines/InstructionSet.h"
 
 namespace streakfall {
 namespace {
-
-class Chance {
-  public:
-    explicit Chance(std::uint32_t seed) : random(seed) {}
-    bool oneIn(int n) { return std::uniform_int_distribution<int>(1, n)(random) == 1; }
-    double between(double low, double high) {
-        return std::uniform_real_distribution<double>(low, high)(random);
-    }
-    template <std::size_t N>
-    double oneOf(const double (&values)[N]) {
-        return values[std::uniform_int_distribution<std::size_t>(0, N - 1)(random)];
-    }
-
-  private:
-    std::mt19937 random;
-};
 
 // Everything that a stroke is drawn from, apart from the depth.
 struct Case {
@@ -37,27 +19,7 @@ struct Case {
     double opacity;
 };
 
-// Of which, in float, 255 parts in 255 are more than the whole.
-constexpr double kRisingOpacity = 0.0467;
-
 constexpr int kWidth = 190, kHeight = 130;
-
-double randomThickness(Chance& chance) {
-    switch (static_cast<int>(chance.between(0, 7))) {
-        case 0:
-            return chance.between(0.02, 3.0);  // radius about 1 and below
-        case 1:
-            return chance.between(8.0, 12.0);  // about 5, where large dabs begin
-        case 2:
-            return chance.between(20.0, 24.0);  // about 11, where the table ends
-        case 3:
-            return chance.oneOf({2.0, 4.0, 10.0, 22.0, 40.0});
-        case 4:
-            return chance.oneIn(20) ? chance.between(160.0, 4096.0) : chance.between(24.0, 160.0);
-        default:
-            return chance.between(0.5, 12.0);
-    }
-}
 
 Case randomCase(Chance& chance) {
     Case c{};
@@ -81,7 +43,7 @@ Case randomCase(Chance& chance) {
     c.red = static_cast<std::uint8_t>(chance.oneOf({0, 255, 90}));
     c.green = static_cast<std::uint8_t>(chance.oneOf({0, 31}));
     c.blue = c.red;
-    c.opacity = chance.oneIn(2) ? 1.0 : chance.oneOf({0.5, 0.996, 0.1, 0.004, kRisingOpacity});
+    c.opacity = randomOpacity(chance);
     return c;
 }
 
@@ -120,12 +82,10 @@ void draw(PaintBox<Depth>& box, StrokeForm& form, const Case& c, bool plain) {
 template <class Depth>
 class PlainTwin : public ::testing::Test {
   public:
-    ~PlainTwin() override { forceInstructionSet(InstructionSet::kAvx2); }
-
     // Draws `strokes` random strokes both ways. Rows are wider than the buffer; the rest of a row
     // must stay as it was.
     void compare(std::uint32_t seed, int strokes, InstructionSet set) {
-        forceInstructionSet(set);
+        const WithInstructionSet with(set);
         Chance chance(seed);
         const int width = chance.oneIn(6) ? 9 : kWidth, height = chance.oneIn(6) ? 7 : kHeight;
         PaintBox<Depth> product(width, height, 3), plain(width, height, 3);
@@ -157,11 +117,9 @@ class PlainTwin : public ::testing::Test {
 };
 TYPED_TEST_SUITE(PlainTwin, Depths);
 
-constexpr InstructionSet kSets[] = {InstructionSet::kBaseline, InstructionSet::kAvx2};
-
 TYPED_TEST(PlainTwin, RandomStrokes) {
     for (std::uint32_t seed = 0; seed < 60; ++seed) {
-        for (const InstructionSet set : kSets) {
+        for (const InstructionSet set : everyInstructionSet()) {
             this->compare(seed, set == InstructionSet::kBaseline ? 12 : 60, set);
             if (this->HasFatalFailure()) return;
         }
@@ -239,22 +197,18 @@ TYPED_TEST(PlainTwin, FullOpacityShorterThanTheStrokeIsWide) {
     }
 }
 
-// Runs for STREAKFALL_TWIN_SECONDS, 10 unless set, from seed STREAKFALL_SEED on.
 template <class Depth>
 class LongPlainTwin : public PlainTwin<Depth> {};
 TYPED_TEST_SUITE(LongPlainTwin, Depths);
 
 TYPED_TEST(LongPlainTwin, RandomStrokes) {
-    const char* seconds = std::getenv("STREAKFALL_TWIN_SECONDS");
-    const char* first = std::getenv("STREAKFALL_SEED");
-    const auto end = std::chrono::steady_clock::now() +
-                     std::chrono::seconds(seconds != nullptr ? std::atoi(seconds) : 10);
-    auto seed = static_cast<std::uint32_t>(first != nullptr ? std::atoi(first) : 1000);
-    for (; std::chrono::steady_clock::now() < end; ++seed) {
-        this->compare(seed, 80, InstructionSet::kAvx2);
-        if (this->HasFatalFailure()) return;
+    const Seeds seeds(1000, 150);
+    for (std::uint32_t seed = seeds.first; seed < seeds.end; ++seed) {
+        for (const InstructionSet set : everyInstructionSet()) {
+            this->compare(seed, set == InstructionSet::kBaseline ? 12 : 80, set);
+            if (this->HasFatalFailure()) return;
+        }
     }
-    std::printf("seeds up to %u\n", seed);
 }
 
 }  // namespace
