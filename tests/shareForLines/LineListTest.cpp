@@ -47,12 +47,12 @@ TYPED_TEST_SUITE(LongLineList, Depths);
 
 TYPED_TEST(LongLineList, RandomFrames) {
     compareFrames<TypeParam>(
-        {1000, 160}, [](Chance& chance) { return sizeUpTo(chance, 640, 360); }, 6e7);
+        {1000, 90}, [](Chance& chance) { return sizeUpTo(chance, 640, 360); }, 4e7);
 }
 
 TYPED_TEST(LongLineList, WideAndTallFrames) {
     compareFrames<TypeParam>(
-        {2000, 40},
+        {2000, 24},
         [](Chance& chance) {
             const int longSide = 4096 - chance.below(3), shortSide = 40 + chance.below(300);
             return chance.oneIn(2) ? std::pair{longSide, shortSide}
