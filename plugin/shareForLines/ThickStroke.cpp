@@ -92,8 +92,9 @@ class ThickStroke<Depth>::Rim {
         const double convex = 1.0 - g * g - kBend, noise = 0.177 * (r + 1.0);
         if (stroke.isStraight && convex > 0.3) {
             const double w = 1.0 / convex + std::sqrt((noise + 0.35) / convex);
-            const double uneven =
-                g > 0.0 ? 3.0 + 2.2 * g * (2.0 * w + 2.0) + 0.5 * std::min(r, 11.0) : 0.0;
+            const double uneven = g > 0.0 ? 3.0 + 2.2 * g * (2.0 * w + 2.0) +
+                                                0.5 * std::min(r, 11.0) + 2.0 * kRampBow * r * r
+                                          : 0.0;
             slack = static_cast<std::int32_t>(256.0 * (w * w + noise + 1.0 + uneven));
         } else {
             slack = kLimitless;

@@ -13,9 +13,9 @@
 #include "lines/LineRecord.h"
 #include "lines/RandomSequence.h"
 #include "lines/Trigonometry.h"
+#include "reference/PlainCoverage.h"
 #include "shareForLines/CirclePath.h"
 #include "shareForLines/LineCanvas.h"
-#include "shareForLines/LineTracer.h"
 #include "shareForLines/MergePixel.h"
 #include "shareForLines/Stroke.h"
 
@@ -49,7 +49,7 @@ void drawSmallDab(LineCanvas& canvas, double x, double y, double r, const PixelO
     for (int Y = ya; Y <= yb; ++Y) {
         double d = dRow, stepX = stepX0;
         for (int X = xa; X <= xb; ++X) {
-            const int g = coverageAt(canvas.weights, d);
+            const int g = coverageOf(r, d);
             d += stepX;
             stepX += inc;
             if (g >= 1) plotCoveredPixel<Depth>(canvas, X, Y, pen, g);
@@ -93,9 +93,8 @@ void drawLargeDab(LineCanvas& canvas, double x, double y, double r, const PixelO
         const int side = d1 < 0 ? 1 : -1;
         const int pairX = X + side * arc.outwardX, pairY = Y + side * arc.outwardY;
         const double d2 = signedDistance(c, r, pairX, pairY);
-        plotCoveredPixel<Depth>(canvas, c.xi + X, c.yi + Y, pen, coverageAt(canvas.weights, d1));
-        plotCoveredPixel<Depth>(canvas, c.xi + pairX, c.yi + pairY, pen,
-                                coverageAt(canvas.weights, d2));
+        plotCoveredPixel<Depth>(canvas, c.xi + X, c.yi + Y, pen, coverageOf(r, d1));
+        plotCoveredPixel<Depth>(canvas, c.xi + pairX, c.yi + pairY, pen, coverageOf(r, d2));
         recordSpan(canvas.spans, X, Y);
         recordSpan(canvas.spans, pairX, pairY);
     });
@@ -111,8 +110,7 @@ void paintDab(const Stroke<Depth>& stroke, LineCanvas& canvas, PixelOf<Depth>& p
     const bool touches =
         x - r <= canvas.width && y - r <= canvas.height && x + r >= 0 && y + r >= 0;
     if (!touches) return;
-    setCoverageBlend(canvas.weights, r);
-    if (r < 5.0) {
+    if (r < kOutlineRadius) {
         drawSmallDab<Depth>(canvas, x, y, r, pen);
     } else {
         drawLargeDab<Depth>(canvas, x, y, r, pen);
@@ -125,10 +123,10 @@ void traceLine(Stroke<Depth>& stroke, LineCanvas& canvas, const LineRecord& line
     const double dx = line.x1 - line.x0, dy = line.y1 - line.y0;
     double L = std::sqrt(dx * dx + dy * dy);
     if (!(L > 0.0)) L = 1.0;
-    if (!(L <= kMaxLineLength)) return;
+    if (!(L <= kLongestLine)) return;
     const double angle = vectorAngle(dy, dx);
     const double ux = dx / L, uy = dy / L;
-    const double thickness = std::min(stroke.thickness, kMaxThickness);
+    const double thickness = std::min(stroke.thickness, kThickestLine);
     double fIn = 0.0, fOut = 0.0;
     if (stroke.inOutEnabled) {
         fIn = stroke.inLength / L;
@@ -190,7 +188,7 @@ void traceLine(Stroke<Depth>& stroke, LineCanvas& canvas, const LineRecord& line
                 const double dist = std::sqrt(d2);
                 const double dr = (r - prevR) / dist, da = (a - prevA) / dist;
                 const double vx = ex / dist, vy = ey / dist;
-                const double bound = dist <= kMaxBridge ? dist : 0.0;
+                const double bound = dist <= kWidestGap ? dist : 0.0;
                 for (double s = 1.0; s < bound; s += 1.0) {
                     prevX += vx;
                     prevY += vy;

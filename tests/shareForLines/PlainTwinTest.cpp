@@ -8,6 +8,7 @@
 #include "EveryInstructionSet.h"
 #include "PaintBox.h"
 #include "reference/PlainStroke.h"
+#include "shareForLines/LineTracer.h"
 
 namespace streakfall {
 namespace {
@@ -176,6 +177,37 @@ void compareThickStrokes(std::uint32_t seed, double steepness, double thickness,
 TYPED_TEST(PlainTwin, OpenPixelsOfThickSteepLines) {
     for (std::uint32_t seed = 0; seed < 10; ++seed) {
         compareThickStrokes<TypeParam>(seed, 0.4, 500.0, 0.0);
+    }
+}
+
+// A white dab wider than the canvas paints all of it once every pixel is inside, and no sooner: the
+// farthest corner lies from a little inside of the circle to a little outside.
+TYPED_TEST(PlainTwin, DabsThatJustCoverTheCanvas) {
+    for (std::uint32_t seed = 0; seed < 400; ++seed) {
+        Chance chance(seed);
+        PaintBox<TypeParam> product(23, 17, 3), plain(23, 17, 3);
+        Stroke<TypeParam> stroke;
+        const double x = chance.between(-60, 80), y = chance.between(-60, 80);
+        const double farthest = std::hypot(std::max(x, 22 - x), std::max(y, 16 - y));
+        Case c{};
+        c.line = {x, y, x, y, 2.0 * (farthest + chance.between(-2.5, 2.5)), 0, 1};
+        c.red = 90;
+        c.opacity = 1.0;
+        draw(product, stroke, c, false);
+        draw(plain, stroke, c, true);
+        ASSERT_EQ(product.firstDifference(plain), "") << "seed " << seed;
+    }
+}
+
+// Steps of a wave some hundred pixels long are bridged, those past every slider stay torn.
+TYPED_TEST(PlainTwin, LongStepsOfAWave) {
+    for (const double amount : {1000.0, 3000.0, 9000.0, 20000.0}) {
+        const Case c{{20, 60, 150, 70, 2.5, 0, 1}, 90, 31, 90, 1.0};
+        this->compareOne(c, [amount](StrokeForm& form) {
+            form.waveEnabled = true;
+            form.wave.amount = amount;
+            form.wave.wavelength = 1.0;
+        });
     }
 }
 

@@ -46,5 +46,23 @@ TEST(StrokeShape, WalkKeepsEqualArcSteps) {
     EXPECT_FALSE(curve.nextPoint());
 }
 
+// What the quick painting of ramps takes for granted.
+TEST(StrokeShape, IsConcaveButForABow) {
+    const StrokeForm stroke;
+    const std::vector<ShapePoint>& p = stroke.inShape.points;
+    double bow = 0.0;
+    for (std::size_t i = 0; i < p.size(); ++i) {
+        for (std::size_t k = i + 2; k < p.size(); ++k) {
+            const double slope = (p[k].value - p[i].value) / (p[k].position - p[i].position);
+            for (std::size_t j = i + 1; j < k; ++j) {
+                const double chord = p[i].value + slope * (p[j].position - p[i].position);
+                bow = std::max(bow, chord - p[j].value);
+            }
+        }
+    }
+    EXPECT_GT(bow, 0.0);
+    EXPECT_LT(bow, kRampBow);
+}
+
 }  // namespace
 }  // namespace streakfall
