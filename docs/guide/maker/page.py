@@ -72,9 +72,10 @@ class Page:
             f"<td>{html.escape(value_text(value, self.lang))}</td></tr>"
             for name, value in look["set"].items())
         title = html.escape(look[self.lang])
-        return (f'<section class="look" id="look-{look["key"]}"><h3>{title}</h3>\n'
-                f'{self.image("look-" + look["key"] + "-0", look[self.lang], look["about"][self.lang])}\n'
-                f'<div><p>{html.escape(look["about"][self.lang])}</p>\n'
+        about = look["about"][self.lang]
+        image = self.image(f'look-{look["key"]}-0', look[self.lang], about)
+        return (f'<section class="look" id="look-{look["key"]}"><h3>{title}</h3>\n{image}\n'
+                f'<div><p>{html.escape(about)}</p>\n'
                 f'<table>{rows}</table></div></section>')
 
     def link(self, name):
@@ -97,7 +98,9 @@ class Page:
         items = []
         for start, controls in self.groups():
             links = ", ".join(self.link(param["name"]) for param in controls)
-            head = f'<a href="#p{start["id"]}">{html.escape(start["name"].strip())}</a>: ' if start else ""
+            head = ""
+            if start:
+                head = f'<a href="#p{start["id"]}">{html.escape(start["name"].strip())}</a>: '
             items.append(f"<li>{head}{links}</li>")
         return "<ul>\n" + "\n".join(items) + "\n</ul>"
 
@@ -107,7 +110,8 @@ class Page:
             if start:
                 words = start["words"][self.lang]
                 what = html.escape(" ".join(filter(None, [words["what"], words["with"]])))
-                parts.append(f'<h2 class="group" id="p{start["id"]}">{html.escape(start["name"].strip())}</h2>'
+                title = html.escape(start["name"].strip())
+                parts.append(f'<h2 class="group" id="p{start["id"]}">{title}</h2>'
                              f"\n<p>{what}</p>")
             parts += map(self.control, controls)
         return "\n".join(parts)
@@ -116,9 +120,11 @@ class Page:
         words = param["words"][self.lang]
         rows = [(self.words["unit"], words["unit"]), self.range_of(param),
                 (self.words["with"], words["with"]), (self.words["hint"], words["hint"])]
-        facts = "".join(f"<dt>{head}</dt><dd>{html.escape(text)}</dd>" for head, text in rows if text)
+        facts = "".join(f"<dt>{head}</dt><dd>{html.escape(text)}</dd>"
+                        for head, text in rows if text)
         strip = dict(self.source["controls"][str(param["id"])], name=param["name"])
-        return (f'<section class="control" id="p{param["id"]}"><h3>{html.escape(param["name"])}</h3>\n'
+        title = html.escape(param["name"])
+        return (f'<section class="control" id="p{param["id"]}"><h3>{title}</h3>\n'
                 f'<p class="what">{html.escape(words["what"])}</p>\n'
                 f'{self.strip("p" + str(param["id"]), strip, param["name"])}\n'
                 f"<dl>{facts}</dl></section>")
@@ -128,7 +134,8 @@ class Page:
         number = lambda value: f"{value:g}"
         span = lambda ends: self.words["to"].join(map(number, ends))
         default = param["default"]
-        default = value_text(default, self.lang) if isinstance(default, (bool, str)) else number(default)
+        is_number = not isinstance(default, (bool, str))
+        default = number(default) if is_number else value_text(default, self.lang)
         head = self.words["default"]
         if "valid" not in param:
             return head, default
@@ -137,10 +144,11 @@ class Page:
 
 
 def troubles(page):
-    """What is wrong with a page by itself: links that lead nowhere, ids twice, pictures without words."""
+    """What is wrong with a page by itself: links into nothing, ids twice, pictures without words."""
     ids = re.findall(r'\bid="([^"]+)"', page)
     found = [f"the link #{target} leads nowhere"
              for target in sorted(set(re.findall(r'href="#([^"]+)"', page)) - set(ids))]
     found += [f"the id {name} stands twice" for name in sorted(set(ids)) if ids.count(name) > 1]
     found += [f"{left} was not filled" for left in re.findall(r"\{\{[^}]*\}\}", page)]
-    return found + [f"no words for {image}" for image in re.findall(r"<img [^>]*?alt=\"\"[^>]{0,40}", page)]
+    nameless = re.findall(r'<img data-picture="([^"]+)"[^>]*? alt=""', page)
+    return found + [f"the picture {key} has no words" for key in nameless]

@@ -68,8 +68,8 @@ def _render(program, folder, name, frames, values, size, what):
 def _render_stills(program, folder, kind, stills, defaults, size, what):
     """All pictures of a kind in one run of the program, each under keys at a frame of its own."""
     names = {name for _, values, _, _ in stills for name in values}
-    keyed = {name: {i: values.get(name, defaults[name]) for i, (_, values, _, _) in enumerate(stills)}
-             for name in names}
+    keyed = {name: {i: values.get(name, defaults[name])
+                    for i, (_, values, _, _) in enumerate(stills)} for name in names}
     _render(program, folder, kind, range(len(stills)), keyed, size, what)
     return {key: folder / f"{kind}.{i}.png" for i, (key, _, _, _) in enumerate(stills)}
 
@@ -116,7 +116,7 @@ def differing_part(first, second):
         if a == b:
             continue
         for x in range(0, len(a), 3):
-            if max(abs(a[x] - b[x]), abs(a[x + 1] - b[x + 1]), abs(a[x + 2] - b[x + 2])) > VISIBLE_LEVEL:
+            if any(abs(a[i] - b[i]) > VISIBLE_LEVEL for i in range(x, x + 3)):
                 count += 1
     return count / (first[0] * first[1])
 
