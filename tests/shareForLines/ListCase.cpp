@@ -170,7 +170,9 @@ void limitWork(ListCase& c, double pixels) {
     for (const LineRecord& line : c.lines) {
         const double across = std::min(line.thickness + 2.0, 1.0 * c.width);
         const double down = std::min(line.thickness + 2.0, 1.0 * c.height);
-        const double dab = hollow && line.thickness > 30.0 ? 20.0 * (across + down) : across * down;
+        const double middle =
+            hollow && line.thickness > 30.0 ? 20.0 * (across + down) : across * down;
+        const double dab = middle + 8.0 * line.thickness;  // the outline, also off the canvas
         work += dab * dabCount(line, form, c);
         if (work > pixels && count > 0) break;
         ++count;
