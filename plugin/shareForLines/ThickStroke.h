@@ -13,16 +13,6 @@
 //    painted by another (LineWalk::middlesMayStayOpen). The hollow runs of other lines are painted
 //    dab by dab.
 //
-// Which dabs give the largest coverage: with f(k) the squared distance of a pixel from dab k less
-// the squared radius, f is convex along a straight line, of slope 1 per pixel squared at least
-// 1 - g^2 (g the growth of the radius in a pixel; the curve of a ramp bends the other way at its
-// start, by less than kBend). Quantised centres move f by at most 0.0885 (r + 1). So if some dab
-// has a pixel, or its neighbour across the rim, inside, then one does that lies within
-// w = root of (0.177 (r + 1) + 0.35) of its foot, and no dab whose f is more than
-// (1 + w)^2 + 0.177 (r + 1) above the least can give more coverage. Dabs are looked at from the
-// last foot found both ways until all are that far above. Along a bent path all dabs that touch
-// are looked at.
-//
 // Owner: the painter of lines. Needs a processor with AVX2.
 #pragma once
 
@@ -60,12 +50,9 @@ class ThickStroke {
     bool empty() const { return count == 0; }
 
   private:
-    class Rim;
-
     bool goesOn(const Dab& dab) const;
     bool meetsOthers(const LineCanvas& canvas, const Pixel& pen) const;
     void paintCore(LineCanvas& canvas, const Pixel& pen) const;
-    void paint(LineCanvas& canvas, const Pixel& pen);
 
     bool isStraight = true, middlesStayOpen = false;
     bool steep = false;    // y is the major axis
