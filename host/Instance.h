@@ -41,7 +41,7 @@ class Instance {
     Instance(const Instance&) = delete;
     Instance& operator=(const Instance&) = delete;
 
-    Host& host() { return host_; }
+    Host& host() const { return host_; }
     LayerSize layer() const { return layer_; }
 
     // --- values -------------------------------------------------------------------------------

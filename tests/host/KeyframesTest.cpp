@@ -23,6 +23,17 @@ TEST(Keyframes, RunInStraightLinesAndHoldBeyondTheEnds) {
     EXPECT_EQ(track.at({0, 1}), Value::number(1));
 }
 
+TEST(Keyframes, HoldAndEaseBehindAKeyThatSaysSo) {
+    Track track;
+    track.setKey({0, 1}, Value::number(0), Way::hold);
+    track.setKey({4, 1}, Value::number(8), Way::ease);
+    track.setKey({8, 1}, Value::number(16));
+    EXPECT_EQ(track.at({3, 1}), Value::number(0));
+    EXPECT_EQ(track.at({4, 1}), Value::number(8));
+    EXPECT_EQ(track.at({5, 1}), Value::number(8 + 8 * 0.15625));
+    EXPECT_EQ(track.at({6, 1}), Value::number(12));
+}
+
 TEST(Keyframes, StepWhereTheHostMayNotInterpolate) {
     Track track(Value::number(0), true);
     track.setKey({1, 30}, Value::number(5));

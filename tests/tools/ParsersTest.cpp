@@ -69,7 +69,7 @@ TEST(FilePattern, PutsTheNumberIn) {
     EXPECT_EQ(fileOf("a[#####].png", 7), "a00007.png");
     EXPECT_EQ(fileOf("a.####.png", -7), "a.-007.png");
     EXPECT_EQ(fileOf("a.%04d.png", -7), "a.-007.png");
-    EXPECT_EQ(fileOf("s##/a.%03d.png", 7), "s07/a.007.png");
+    EXPECT_EQ(fileOf("a@b@@@.png", 7), "a7b007.png");
 }
 
 TEST(FilePattern, LeavesOtherSignsAlone) {
@@ -77,6 +77,7 @@ TEST(FilePattern, LeavesOtherSignsAlone) {
     EXPECT_EQ(fileOf("100%%d.png", 7), "100%d.png");
     EXPECT_EQ(fileOf("a[b].png", 7), "a[b].png");
     EXPECT_EQ(fileOf("a[##.png", 7), "a[07.png");
+    EXPECT_EQ(fileOf("shot#2/%04d/a.%03d.png", 7), "shot#2/%04d/a.007.png") << "folders stay";
     EXPECT_FALSE(FilePattern("50%off.png", "--input").hasNumber());
 }
 
@@ -119,7 +120,14 @@ TEST(RenderOptions, CatchesWhatCannotWork) {
     };
     expectNamed("--output", [](RenderTexts& texts) { texts.output = "out.png"; });
     expectNamed(".png", [](RenderTexts& texts) { texts.output = "out.##.jpg"; });
-    expectNamed("--frames", [](RenderTexts& texts) { texts.frames = ""; });
+    expectNamed("--chunk", [](RenderTexts& texts) { texts.chunk = "3/2"; });
+    expectNamed("--jobs", [](RenderTexts& texts) { texts.jobs = "0"; });
+    expectNamed("--half", [](RenderTexts& texts) { texts.half = true; });
+    expectNamed("--alpha", [](RenderTexts& texts) { texts.alpha = "premultiplied"; });
+    expectNamed("--compression", [](RenderTexts& texts) { texts.compression = "piz"; });
+    expectNamed("--compression", [](RenderTexts& texts) { texts.compression = "zip:10"; });
+    expectNamed("--format", [](RenderTexts& texts) { texts.output = "-"; });
+    expectNamed("--format", [](RenderTexts& texts) { texts.format = "png"; });
     expectNamed("--size", [](RenderTexts& texts) { texts.size = "10x10"; });
     expectNamed("--size", [](RenderTexts& texts) { texts.input = ""; });
     expectNamed("--scale", [](RenderTexts& texts) { texts.scale = "2"; });
@@ -158,7 +166,7 @@ class ParamArgumentsTest : public testing::Test {
     }
     std::string setFailure(const char* text) const { return failure({{}, {text}, {}}); }
     static standin::Value only(const ParamArguments& arguments, int index) {
-        return arguments.values().at(index).byFrame.at(0).on({200, 50});
+        return arguments.values().at(index).byFrame.at(0).value.on({200, 50});
     }
     static std::string writeFile(const char* name, const std::string& text) {
         const std::string path = testing::TempDir() + name;
@@ -217,10 +225,27 @@ TEST_F(ParamArgumentsTest, LaterWins) {
 
 TEST_F(ParamArgumentsTest, KeysTakeValuesWithCommas) {
     const auto keys = read({{}, {}, {"Start Point@-3=1,2,@24=50%,4"}}).values().at(1).byFrame;
-    EXPECT_EQ(keys.at(-3).on({200, 50}), standin::Value::point(1, 2));
-    EXPECT_EQ(keys.at(24).on({200, 50}), standin::Value::point(100, 4));
-    for (const char* text : {"Taper", "Taper@1", "Taper@a=1", "Taper@1=", "Taper@1=0,@", "@1=2"})
+    EXPECT_EQ(keys.at(-3).value.on({200, 50}), standin::Value::point(1, 2));
+    EXPECT_EQ(keys.at(24).value.on({200, 50}), standin::Value::point(100, 4));
+    for (const char* text : {"Taper", "Taper@1", "Taper@a=1", "Taper@1=", "Taper@1=0,@", "@1=2",
+                             "Taper@1=0:slowly", "Taper@1=:hold"})
         EXPECT_NE(failure({{}, {}, {text}}), "") << text;
+}
+
+TEST_F(ParamArgumentsTest, KeysOfOneParameterAddUpAndKnowTheirWays) {
+    const std::string file = writeFile("keys.json", R"({"Taper": {"1": "9:hold", "7": 1}})");
+    const auto json = read({{file}, {}, {}});
+    EXPECT_EQ(json.values().at(4).byFrame.at(1).behind, standin::Way::hold);
+    EXPECT_EQ(json.values().at(4).byFrame.at(7).behind, standin::Way::line);
+
+    const auto keys = read({{file}, {"Repeat=1"}, {"Taper@2=0:ease,@5=1", "13@5=2:hold"}});
+    const auto& taper = keys.values().at(4).byFrame;
+    ASSERT_EQ(taper.size(), 2u) << "the keys of the file are replaced";
+    EXPECT_EQ(taper.at(2).behind, standin::Way::ease);
+    EXPECT_EQ(taper.at(5).value.on({1, 1}), standin::Value::number(2));
+
+    const auto back = read({{writeFile("back.json", keys.toJson().dump())}, {}, {}});
+    EXPECT_EQ(back.toJson(), keys.toJson()) << "values are written and come back";
 }
 
 TEST_F(ParamArgumentsTest, ReadsJson) {
@@ -230,8 +255,19 @@ TEST_F(ParamArgumentsTest, ReadsJson) {
     EXPECT_EQ(only(arguments, 2), standin::Value::color(255, 0, 1));
     EXPECT_EQ(only(arguments, 1), standin::Value::point(100, 3));
     EXPECT_EQ(only(arguments, 6), standin::Value::number(1));
-    EXPECT_EQ(arguments.values().at(7).byFrame.at(5).on({1, 1}), standin::Value::number(9));
+    EXPECT_EQ(arguments.values().at(7).byFrame.at(5).value.on({1, 1}), standin::Value::number(9));
 
+    EXPECT_EQ(only(read({{writeFile("bom.json", "\xEF\xBB\xBF{\"Taper\": 2}")}, {}, {}}), 4),
+              standin::Value::number(2));
+    const auto badFailure = [&](const char* text) {
+        return failure({{writeFile("bad.json", text)}, {}, {}});
+    };
+    EXPECT_NE(badFailure("{\"Taper\": 1,\n  Color: 2}").find("line 2, column 3"), std::string::npos)
+        << badFailure("{\"Taper\": 1,\n  Color: 2}");
+    EXPECT_NE(badFailure(R"({"Taper": 1, "H": 2, "Taper": 3})").find("\"Taper\" is given twice"),
+              std::string::npos);
+    EXPECT_NE(badFailure(R"({"H": 1, "Taper": 1e999})").find("\"Taper\": the number is too large"),
+              std::string::npos);
     for (const char* text : {"{", R"({"Taper": null})", R"({"Taper": {}})", R"({"Tapir": 1})",
                              R"({"Taper": {"1": {"2": 3}}})", "{\"Taper\": 1} x"}) {
         const std::string bad = writeFile("bad.json", text);

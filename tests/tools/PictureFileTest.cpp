@@ -12,7 +12,8 @@
 
 #include "Channel.h"
 #include "Failure.h"
-#include "PictureFile.h"
+#include "PictureReader.h"
+#include "PictureWriter.h"
 #include "Reduction.h"
 
 namespace tool {
@@ -102,15 +103,17 @@ class PictureFileTest : public testing::Test {
 };
 
 TEST_F(PictureFileTest, StraightColourComesBackInEveryForm) {
-    const std::map<std::string, Depth> forms = {
-        {"a.png", Depth::bits8},  {"b.png", Depth::bits16},   {"c.tif", Depth::bits8},
-        {"d.tif", Depth::bits16}, {"e.TIFF", Depth::float32}, {"f.exr", Depth::float32}};
+    const std::map<std::string, Depth> forms = {{"a.png", Depth::bits8},
+                                                {"b.png", Depth::bits16},
+                                                {"c.tif", Depth::bits8},
+                                                {"d.tif", Depth::bits16},
+                                                {"e.TIFF", Depth::float32}};
     for (const auto& [name, depth] : forms) {
         SCOPED_TRACE(name);
         writePicture(path(name), makePicture(depth));
         EXPECT_EQ(readPicture(path(name), std::nullopt), makePicture(depth));
         EXPECT_TRUE(isWholePicture(path(name)));
-        EXPECT_EQ(pictureDepth(path(name)), depth);
+        EXPECT_EQ(readTraits(path(name)).depth, depth);
     }
     // Some formats would tell the second in which a file was written.
     std::this_thread::sleep_for(std::chrono::milliseconds(1100));
@@ -129,8 +132,42 @@ TEST_F(PictureFileTest, NarrowFormsTakeWhatTheyCan) {
     EXPECT_EQ(pixel[1], 1);
     EXPECT_EQ(pixel[2], 0);
     EXPECT_EQ(readPicture(path("bright.png"), std::nullopt).depth(), Depth::bits16);
-    writePicture(path("bright.exr"), makePicture(Depth::bits8));
-    EXPECT_EQ(readPicture(path("bright.exr"), Depth::bits8), makePicture(Depth::bits8));
+}
+
+// Values that multiply and divide without a rounding, some beyond white.
+TEST_F(PictureFileTest, AssociatedColourIsMadeAndUndone) {
+    Image image(3, 1, Depth::float32);
+    image.set(0, 0, {0.5, 7, -2, 0.25});
+    image.set(1, 0, {1, 3, 0.1, 0});
+    image.set(2, 0, {0, 0.5, 0.5, 0.5});
+    OutputWishes wishes;
+    wishes.alpha = Alpha::kAssociated;
+    for (const char* name : {"a.exr", "a.tif"}) {
+        SCOPED_TRACE(name);
+        const auto form = chooseOutputForm(path(name), Depth::float32, wishes);
+        const auto bytes = encodePicture(path(name), image, form);
+        std::ofstream(path(name), std::ios::binary)
+            .write(reinterpret_cast<const char*>(bytes.data()),
+                   static_cast<std::streamsize>(bytes.size()));
+        EXPECT_TRUE(readTraits(path(name)).associated);
+        const auto stored = OIIO::ImageInput::open(path(name));
+        float pixels[12];
+        ASSERT_TRUE(stored->read_image(0, 0, 0, 4, OIIO::TypeDesc::FLOAT, pixels));
+        EXPECT_EQ(pixels[0], 3.5F);
+        EXPECT_EQ(pixels[8], 0.0F) << "no light where there is no cover";
+        Image back = readPicture(path(name), std::nullopt);
+        EXPECT_EQ(back.get(0, 0), image.get(0, 0));
+        EXPECT_EQ(back.get(1, 0), image.get(1, 0));
+    }
+    // Light without cover that came from a file stays.
+    PictureTraits associated;
+    associated.associated = true;
+    const auto form = chooseOutputForm("b.exr", Depth::float32, {});
+    const auto bytes = encodePicture("b.exr", image, form, associated);
+    std::ofstream(path("b.exr"), std::ios::binary)
+        .write(reinterpret_cast<const char*>(bytes.data()),
+               static_cast<std::streamsize>(bytes.size()));
+    EXPECT_EQ(readPicture(path("b.exr"), std::nullopt), image);
 }
 
 TEST_F(PictureFileTest, GreyAndOpaquePicturesAreCompleted) {

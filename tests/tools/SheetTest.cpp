@@ -8,7 +8,8 @@
 #include <nlohmann/json.hpp>
 
 #include "FrameRenderer.h"
-#include "PictureFile.h"
+#include "PictureReader.h"
+#include "PictureWriter.h"
 #include "Reduction.h"
 #include "Sheet.h"
 

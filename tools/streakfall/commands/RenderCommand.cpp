@@ -16,80 +16,113 @@ constexpr char kExamples[] =
     "Examples:\n"
     "  streakfall render -i photo.jpg -o lines.png --set \"Clear Background=off\"\n"
     "  streakfall render -i in.%04d.png -o out.####.exr -f 1-48 --depth 32 \\\n"
-    "      --set \"Taper=60\" --key \"Offset@1=0,@48=800\"\n"
-    "  streakfall render --size 1920x1080 -o field.####.png -f 1-24 --params look.json\n"
+    "      --set \"Taper=60\" --key \"Offset@1=0,@48=800:ease\"\n"
+    "  streakfall render -i in.####.exr -o out.####.exr --existing skip --chunk 2/8\n"
+    "  streakfall render --size 1920x1080 -f 1-24 -o - --format rgba | ffmpeg ...\n"
+    "\n"
+    "Memory: pictures take at most jobs x width x height x 4 x (4, 8 or 16 bytes, by\n"
+    "the depth), the encoder as much as a file of it, and the rest 100 MB.\n"
     "\n"
     "Exit codes: 0 all frames written or validly skipped, 1 some frames failed, 2 usage,\n"
     "3 no input could be read, 4 output (the run stops there), 5 effect or host (likewise),\n"
     "128 + N ended by signal N.";
 
+// An option with a text behind it.
+CLI::Option* add(CLI::App& command, const char* group, const char* name, std::string& text,
+                 const char* form, const char* help) {
+    CLI::Option* option = command.add_option(name, text, help)->type_name(form)->group(group);
+    if (!text.empty()) option->capture_default_str();
+    return option;
+}
+
 void addFileOptions(CLI::App& command, RenderTexts& texts) {
-    command
-        .add_option(
-            "-i,--input", texts.input,
-            "Picture or sequence: PNG, TIFF, JPEG, EXR;\na frame number as %04d, #### or [####]")
-        ->type_name("PATTERN");
-    command
-        .add_option("-o,--output", texts.output,
-                    "By the ending: PNG (8 or 16 bits), TIFF (8, 16 or\nfloat) or EXR (float)")
-        ->type_name("PATTERN")
+    constexpr char kGroup[] = "Files";
+    add(command, kGroup, "-i,--input", texts.input, "PATTERN",
+        "Picture or sequence: PNG, TIFF, JPEG, EXR; a frame\n"
+        "number in the name as %04d, ####, [####] or @@@@");
+    add(command, kGroup, "-o,--output", texts.output, "PATTERN",
+        "By the ending: PNG (8 or 16 bits), TIFF (8, 16 or\n"
+        "float) or EXR (float or half); - for a stream")
         ->required();
-    command
-        .add_option("-f,--frames", texts.frames,
-                    "5, 1-10, -8--5, 1-10x2 or 1-10:2, 10-1, and lists\nwith commas; else frame 0")
-        ->type_name("LIST");
-    command.add_option("--size", texts.size, "Without input: an empty opaque frame of this size")
-        ->type_name("WxH");
-    command
-        .add_option("--existing", texts.existing,
-                    "For files that are there: overwrite, skip (when whole\nand readable) or error")
-        ->type_name("WHAT")
-        ->capture_default_str();
-    command.add_flag("--dry-run", texts.dryRun, "Print frames and files, and render nothing");
+    add(command, kGroup, "--format", texts.format, "FORM",
+        "Of a stream: png, one behind another, or rgba, raw\n"
+        "samples of 8 bits, 16 (little end first) above that");
+    add(command, kGroup, "-f,--frames", texts.frames, "LIST",
+        "5, 1-10, -8--5, 1-10x2 or 1-10:2, 10-1, and lists\n"
+        "with commas; else all that the input pattern finds");
+    add(command, kGroup, "--chunk", texts.chunk, "I/N",
+        "Of N contiguous parts of the list the I-th, from 1");
+    add(command, kGroup, "--size", texts.size, "WxH",
+        "Without input: an empty opaque frame of this size");
+    add(command, kGroup, "--layer", texts.layer, "NAME", "Of an EXR with several layers or parts");
+    add(command, kGroup, "--missing", texts.missing, "WHAT",
+        "Input files that are not there: error, black, hold\n"
+        "(the nearest before) or skip");
+    add(command, kGroup, "--existing", texts.existing, "WHAT",
+        "Output files that are there: overwrite, skip (when\n"
+        "whole, and made from the same) or error");
+    add(command, kGroup, "--report", texts.report, "FILE",
+        "Writes what became of each frame, as JSON");
+    command.add_flag("--dry-run", texts.dryRun, "Print frames and files, and render nothing")
+        ->group(kGroup);
 }
 
 void addPictureOptions(CLI::App& command, RenderTexts& texts) {
-    constexpr char kGroup[] = "Picture";
-    command.add_option("--depth", texts.depth, "Bits a channel: 8, 16 or 32; else the input's own")
-        ->type_name("BITS")
-        ->group(kGroup);
-    command.add_option("--scale", texts.scale, "Render at 1/N of the size")
-        ->type_name("1/N")
-        ->capture_default_str()
+    constexpr char kGroup[] = "Picture (what is not given comes from the input)";
+    add(command, kGroup, "--depth", texts.depth, "BITS", "Bits a channel: 8, 16 or 32");
+    command.add_flag("--half", texts.half, "EXR: half floats in place of floats")->group(kGroup);
+    add(command, kGroup, "--alpha", texts.alpha, "WHAT",
+        "Colour in the output: straight or premultiplied; else\n"
+        "premultiplied in EXR, straight in PNG and TIFF");
+    add(command, kGroup, "--compression", texts.compression, "NAME[:LEVEL]",
+        "PNG: zip:0 to zip:9 [zip:1]; TIFF: none, lzw, zip,\n"
+        "packbits [zip]; EXR: none, rle, zip, zips, piz, pxr24,\n"
+        "b44, b44a, dwaa:LEVEL, dwab:LEVEL [zip]");
+    add(command, kGroup, "--scale", texts.scale, "1/N", "Render at 1/N of the size");
+    add(command, kGroup, "--fps", texts.fps, "RATE",
+        "Frames a second: 24, 29.97, 30000/1001; else the\ninput's, or 24");
+    add(command, kGroup, "--road", texts.road, "ROAD",
+        "The host's way of asking for a frame: smart, or\nlegacy (8 and 16 bits)");
+}
+
+void addRunOptions(CLI::App& command, RenderTexts& texts) {
+    constexpr char kGroup[] = "Run";
+    add(command, kGroup, "-j,--jobs", texts.jobs, "N",
+        "Frames at once, the machine's cores by default; the\n"
+        "files are the same for every N. See Memory below");
+    add(command, kGroup, "--progress", texts.progress, "STYLE",
+        "On standard error: auto (a bar on a terminal), bar,\nplain, json or none");
+    command
+        .add_flag("-q,--quiet", texts.quiet, "Nothing but errors, and values that are out of range")
         ->group(kGroup);
     command
-        .add_option("--road", texts.road,
-                    "The host's way of asking for a frame: smart, or\nlegacy (8 and 16 bits)")
-        ->type_name("ROAD")
-        ->capture_default_str()
-        ->group(kGroup);
-    command.add_option("--fps", texts.fps, "Frames a second: 24, 29.97, 30000/1001")
-        ->type_name("RATE")
-        ->capture_default_str()
+        .add_flag("-v,--verbose", texts.verbose,
+                  "Also the effect's and the encoder's time for each frame")
         ->group(kGroup);
 }
 
-void addTalkOptions(CLI::App& command, RenderTexts& texts) {
-    constexpr char kGroup[] = "Progress";
-    command
-        .add_option("--progress", texts.progress,
-                    "On standard error: auto (a bar on a terminal), bar,\nplain, json or none")
-        ->type_name("STYLE")
-        ->capture_default_str()
-        ->group(kGroup);
-    command.add_flag("-q,--quiet", texts.quiet, "Nothing but errors")->group(kGroup);
-    command.add_flag("-v,--verbose", texts.verbose, "Also the effect's own time for each frame")
-        ->group(kGroup);
+std::string sourceText(const FrameJob& job) {
+    switch (job.source) {
+        case Source::kEmpty:
+            return "(empty)";
+        case Source::kBlack:
+            return job.input + " (missing: black)";
+        case Source::kNone:
+            return job.input + " (missing: skipped)";
+        case Source::kFile:
+            break;
+    }
+    std::error_code ignored;
+    return job.input + (std::filesystem::exists(job.input, ignored) ? "" : " (missing)");
 }
 
 int printPlan(const RenderOptions& options) {
     print("{}\n", describeFrames(options.frames));
     for (const FrameJob& job : planJobs(options)) {
         std::error_code ignored;
-        const bool missing = options.input && !std::filesystem::exists(job.input, ignored);
         const bool exists = std::filesystem::exists(job.output, ignored);
-        print("frame {}: {}{} -> {}{}\n", job.frame, options.input ? job.input : "(empty)",
-              missing ? " (missing)" : "", job.output, exists ? " (exists)" : "");
+        print("frame {}: {} -> {}{}\n", job.frame, sourceText(job), job.output,
+              exists ? " (exists)" : "");
     }
     return 0;
 }
@@ -100,7 +133,7 @@ int render(const RenderTexts& texts) {
     const ParamArguments arguments = session.readArguments(texts.params);
     if (options.dryRun) return printPlan(options);
     watchSignals();
-    return RenderRun(options, session, arguments).run();
+    return RenderRun(options, session, arguments, "streakfall " STREAKFALL_VERSION).run();
 }
 
 }  // namespace
@@ -117,7 +150,7 @@ void addRenderCommand(CLI::App& program, int& result) {
                    "it a render depends on its arguments and files alone")
         ->group("Parameters");
     addPictureOptions(*command, *texts);
-    addTalkOptions(*command, *texts);
+    addRunOptions(*command, *texts);
     command->footer(kExamples);
     command->callback([texts, &result] { result = render(*texts); });
 }

@@ -3,7 +3,8 @@
 #include "Commands.h"
 #include "Failure.h"
 #include "Look.h"
-#include "PictureFile.h"
+#include "PictureReader.h"
+#include "PictureWriter.h"
 #include "RenderOptions.h"
 #include "Say.h"
 #include "Sheet.h"
@@ -71,7 +72,7 @@ int drawSheet(SheetOptions options) {
     if (options.looks == !options.vary.empty())
         failUsage("sheet wants either --looks or --vary \"Random Seed=1..12\", once or twice");
     if (options.vary.size() > 2) failUsage("--vary: {} times; twice at most", options.vary.size());
-    (void)describeOutput(options.output, standin::Depth::bits8);
+    (void)chooseOutputForm(options.output, standin::Depth::bits8, {});
     EffectSession session(options.module, Defaults::kOwn);
     std::vector<Variation> variations;
     for (const std::string& text : options.vary)

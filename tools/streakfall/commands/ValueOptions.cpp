@@ -36,7 +36,8 @@ void addValueOptions(CLI::App& command, ParamTexts& texts, bool overTime) {
                 "one that names its frame is fitted to this one",
                 "NAME|FILE");
     addRepeated(command, "--params", texts.files,
-                "Values from a file, JSON or the effect's own settings file:\n"
+                "Values from a file (- is standard input), JSON or the effect's\n"
+                "own settings file:\n"
                 "{\"Thickness\": 3, \"Color\": \"#ff8000\", \"Offset\": {\"1\": 0, \"24\": 200}}",
                 "FILE");
     addRepeated(command, "--set", texts.sets,
@@ -47,7 +48,8 @@ void addValueOptions(CLI::App& command, ParamTexts& texts, bool overTime) {
     if (overTime)
         addRepeated(command, "--key", texts.keys,
                     "Values over time: \"Offset@1=0,@24=200\"; between keys a value\n"
-                    "runs in a straight line, switches and seeds step",
+                    "runs in a straight line, or behind \"@1=0:hold\" and \":ease\"\n"
+                    "not at all and softly; switches and seeds step",
                     "NAME@FRAME=VALUE,...");
 }
 

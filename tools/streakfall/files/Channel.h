@@ -18,7 +18,7 @@ inline constexpr std::uint32_t kFloatWhite = 1;
 template <class To, class From>
 [[nodiscard]] To rescaled(From value, std::uint32_t fromWhite, std::uint32_t toWhite) {
     if constexpr (std::is_floating_point_v<To> && std::is_floating_point_v<From>) {
-        return value;
+        return static_cast<To>(value);
     } else if constexpr (std::is_floating_point_v<To>) {
         return static_cast<To>(static_cast<double>(value) / fromWhite);
     } else if constexpr (std::is_floating_point_v<From>) {

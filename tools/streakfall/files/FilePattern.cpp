@@ -1,7 +1,8 @@
 #include "FilePattern.h"
 
+#include <algorithm>
 #include <cctype>
-#include <optional>
+#include <filesystem>
 
 #include "Failure.h"
 #include "Text.h"
@@ -27,15 +28,15 @@ std::optional<Place> percentPlace(std::string_view text) {
     return Place{end + 1, width};
 }
 
-std::size_t hashRun(std::string_view text) {
-    const auto end = text.find_first_not_of('#');
+std::size_t runOf(char sign, std::string_view text) {
+    const auto end = text.find_first_not_of(sign);
     return end == std::string_view::npos ? text.size() : end;
 }
 
-// A run of "#" at the start of the text, in brackets or bare.
-std::optional<Place> hashPlace(std::string_view text) {
+// A run of "#" or "@" at the start of the text, one of "#" also in brackets.
+std::optional<Place> runPlace(std::string_view text) {
     const bool bracket = text[0] == '[';
-    const std::size_t run = hashRun(text.substr(bracket ? 1 : 0));
+    const std::size_t run = runOf(bracket ? '#' : text[0], text.substr(bracket ? 1 : 0));
     if (run == 0) return std::nullopt;
     if (bracket && (run + 1 == text.size() || text[run + 1] != ']')) return std::nullopt;
     return Place{run + (bracket ? 2 : 0), static_cast<int>(run)};
@@ -45,6 +46,9 @@ std::optional<Place> hashPlace(std::string_view text) {
 
 FilePattern::FilePattern(std::string_view text, std::string_view option) : text_(text) {
     if (text.empty()) failUsage("{}: the file name is empty", option);
+    const auto slash = text.rfind('/');
+    folder_ = text.substr(0, slash == std::string_view::npos ? 0 : slash + 1);
+    text.remove_prefix(folder_.size());
     literals_.emplace_back();
     while (!text.empty()) {
         const char c = text[0];
@@ -55,13 +59,13 @@ FilePattern::FilePattern(std::string_view text, std::string_view option) : text_
         }
         std::optional<Place> place;
         if (c == '%') place = percentPlace(text);
-        if (c == '#' || c == '[') place = hashPlace(text);
+        if (c == '#' || c == '[' || c == '@') place = runPlace(text);
         if (!place) {
             literals_.back() += c;
             text.remove_prefix(1);
             continue;
         }
-        if (c != '%' && place->width == 1)
+        if (c != '%' && c != '@' && place->width == 1)
             failUsage(
                 "{}: one lone # in \"{}\" is read differently from program to program; "
                 "write #### or %04d for four digits, %d for no padding",
@@ -76,10 +80,34 @@ FilePattern::FilePattern(std::string_view text, std::string_view option) : text_
 }
 
 std::string FilePattern::fileFor(int frame) const {
-    std::string name = literals_[0];
+    std::string name = folder_ + literals_[0];
     for (std::size_t i = 0; i < numbers_.size(); ++i)
         name += fmt::format("{:0{}}", frame, numbers_[i]) + literals_[i + 1];
     return name;
+}
+
+std::vector<int> FilePattern::framesOnDisk(int last) const {
+    std::vector<int> frames;
+    if (!hasNumber()) return frames;
+    std::error_code error;
+    std::filesystem::directory_iterator at(folder_.empty() ? "." : folder_, error);
+    for (const std::filesystem::directory_iterator end; !error && at != end; at.increment(error)) {
+        const auto frame = frameOf(at->path().filename().string());
+        if (frame && *frame >= -last && *frame <= last) frames.push_back(*frame);
+    }
+    std::sort(frames.begin(), frames.end());
+    return frames;
+}
+
+// The number is read where the first one stands; that the whole name fits is for fileFor to say.
+std::optional<int> FilePattern::frameOf(const std::string& name) const {
+    if (!name.starts_with(literals_[0])) return std::nullopt;
+    const std::string_view rest = std::string_view(name).substr(literals_[0].size());
+    const std::size_t sign = rest.starts_with('-') ? 1 : 0;
+    const auto digits = rest.substr(sign).find_first_not_of("0123456789");
+    const auto frame =
+        parseInt(rest.substr(0, digits == std::string_view::npos ? digits : sign + digits));
+    return frame && fileFor(*frame) == folder_ + name ? frame : std::nullopt;
 }
 
 }  // namespace tool

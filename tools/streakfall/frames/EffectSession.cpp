@@ -92,8 +92,8 @@ A_long timeOf(int frame, const FrameRate& rate, std::string_view what) {
 void storeValues(standin::Instance& instance, const ParamArguments& arguments,
                  const FrameRate& rate) {
     for (const auto& [index, keys] : arguments.values()) {
-        for (const auto& [frame, text] : keys.byFrame) {
-            standin::Value value = text.on(instance.layer());
+        for (const auto& [frame, key] : keys.byFrame) {
+            standin::Value value = key.value.on(instance.layer());
             if (keys.madeFor)  // numbers alone are fitted, and a number is the first part
                 value.part[0] =
                     fitted(value.part[0], fitOf(keys.param->id), *keys.madeFor, instance.layer());
@@ -101,7 +101,8 @@ void storeValues(standin::Instance& instance, const ParamArguments& arguments,
                 instance.storeValue(keys.param->id, value);
             else
                 instance.storeKey(keys.param->id,
-                                  {timeOf(frame, rate, keys.param->name), rate.timeScale}, value);
+                                  {timeOf(frame, rate, keys.param->name), rate.timeScale}, value,
+                                  key.behind);
         }
     }
 }

@@ -1,16 +1,26 @@
 #include "Interrupt.h"
 
+#include <unistd.h>
+
 #include <atomic>
 #include <csignal>
+
+#include "SafeFile.h"
 
 namespace tool {
 
 namespace {
 
+constexpr int kEndedBySignal = 128;  // and the signal's number, as shells tell it
+
 std::atomic<int> caught{0};
 static_assert(std::atomic<int>::is_always_lock_free, "a signal handler may touch nothing else");
 
-void noteSignal(int number) { caught = number; }
+void noteSignal(int number) {
+    if (caught.exchange(number) == 0) return;
+    dropTemporaries();
+    _exit(kEndedBySignal + number);
+}
 
 }  // namespace
 
@@ -22,8 +32,7 @@ void watchSignals() {
         action.sa_handler = noteSignal;
         sigaction(number, &action, nullptr);
     }
-    std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGXFSZ, SIG_IGN);  // the write itself then tells that the file is too large
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 int interruptSignal() { return caught; }

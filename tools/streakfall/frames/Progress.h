@@ -1,22 +1,15 @@
 // What the program says while it renders, on standard error: nothing, a line a frame, a JSON
-// object a frame, or one bar that is drawn over itself. Calls come from one thread.
+// object a frame, or one bar that is drawn over itself. Calls come from one thread. Words that
+// cannot be written are dropped.
 #pragma once
 
-#include <cstdio>
+#include <chrono>
 #include <string>
+#include <vector>
+
+#include "FrameMaker.h"
 
 namespace tool {
-
-enum class ProgressStyle { kAuto, kBar, kPlain, kJson, kNone };
-
-// One frame as it ended.
-struct FrameReport {
-    int frame = 0;
-    std::string file;
-    std::string outcome;       // "written", "skipped" or "failed"
-    double effectSeconds = 0;  // in the effect's own commands
-    std::string trouble;       // when failed
-};
 
 class Progress {
   public:
@@ -28,26 +21,44 @@ class Progress {
     // Leaves the bar's line.
     ~Progress();
 
-    void start(const std::string& description);
-    // How far the effect is: all of the frames before, and 0 to 1 of the one in work. Only a bar
-    // shows it. Frames count as done later, when their files are written.
-    void within(std::size_t before, double part);
-    void finished(const FrameReport& report);
+    void start(const std::string& description, int jobs);
+    // How far the frames at work are, 1 for each that is nearly whole. Only a bar shows it.
+    void within(double parts);
+    [[nodiscard]] bool wantsParts() const { return style_ == ProgressStyle::kBar; }
+    void finished(const FrameJob& job, const MadeFrame& made);
     // A line of its own, whatever the style but none.
     void note(const std::string& text);
+    // As note, and also when the style is none: what changes a picture is said in any case.
+    void warn(const std::string& text);
+    // The last word.
+    void end(bool interrupted, int exitCode);
+
+    struct Totals {
+        std::size_t written = 0, skipped = 0;
+        std::vector<int> failed;
+    };
+    [[nodiscard]] const Totals& totals() const { return totals_; }
+    [[nodiscard]] double seconds() const;  // since the start
 
   private:
+    [[nodiscard]] std::size_t done() const;
+    [[nodiscard]] double secondsLeft() const;
+    [[nodiscard]] std::string summary(bool interrupted) const;
     void drawBar();
     void clearBar();
-    void putLine(const FrameReport& report);
-    void putJson(const FrameReport& report);
+    void putLine(const FrameJob& job, const MadeFrame& made);
+    void putJson(const FrameJob& job, const MadeFrame& made);
 
     ProgressStyle style_;
     bool verbose_;
     std::size_t frames_;
-    std::size_t done_ = 0;
+    Totals totals_;
+    std::chrono::steady_clock::time_point begun_ = std::chrono::steady_clock::now();
     double reached_ = 0;      // 0 to 1 of the run, for the bar
     int drawnPerMille_ = -1;  // -1 while no bar is on the line
 };
+
+// "written", "skipped", "failed" or "interrupted".
+[[nodiscard]] const char* outcomeName(Outcome outcome);
 
 }  // namespace tool

@@ -1,12 +1,13 @@
 #include "RenderOptions.h"
 
+#include <algorithm>
 #include <cmath>
 #include <initializer_list>
+#include <thread>
 #include <utility>
 
 #include "Failure.h"
 #include "FrameList.h"
-#include "PictureFile.h"
 #include "Text.h"
 
 namespace tool {
@@ -37,15 +38,58 @@ int parseScale(std::string_view text) {
     return *divisor;
 }
 
-std::vector<int> framesOf(const RenderTexts& texts, bool inputIsNumbered) {
+std::vector<int> framesOf(const RenderTexts& texts, const std::optional<FilePattern>& input) {
     if (!texts.frames.empty()) return parseFrameList(texts.frames);
-    if (inputIsNumbered)
-        failUsage("--input has a frame number: say which frames with --frames, as in -f 1-24");
-    return {0};
+    if (!input || !input->hasNumber()) return {0};
+    std::vector<int> found = input->framesOnDisk(kLastFrame);
+    if (found.empty())
+        fail(Exit::kInput, "--input: there is no file {}; without --frames all that are there",
+             input->text());
+    return found;
+}
+
+// The I-th of N parts whose lengths differ by one at most.
+std::vector<int> chunkOf(const std::vector<int>& frames, std::string_view text) {
+    if (text.empty()) return frames;
+    const auto parts = split(text, '/');
+    const auto number = [&](std::size_t i) { return parseInt(parts[i]).value_or(0); };
+    if (parts.size() != 2 || number(0) < 1 || number(1) < number(0))
+        failUsage("--chunk: cannot read \"{}\"; write I/N, part I from 1 to N, as in 2/8", text);
+    const auto edge = [&](int part) {
+        return frames.begin() + static_cast<std::ptrdiff_t>(frames.size()) * part / number(1);
+    };
+    return {edge(number(0) - 1), edge(number(0))};
 }
 
 void checkTimes(const RenderOptions& options) {
-    for (const int frame : options.frames) (void)timeOf(frame, options.rate, "--frames");
+    for (const int frame : options.frames)
+        (void)timeOf(frame, options.rate.value_or(FrameRate{}), "--frames");
+}
+
+int parseJobs(std::string_view text) {
+    constexpr int kMostJobs = 256;
+    const int cores = static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
+    const int jobs = text.empty() ? std::min(cores, kMostJobs) : parseInt(text).value_or(0);
+    if (jobs < 1 || jobs > kMostJobs)
+        failUsage("--jobs: \"{}\" is no number from 1 to {}", text, kMostJobs);
+    return jobs;
+}
+
+OutputWishes wishesOf(const RenderTexts& texts) {
+    OutputWishes wishes;
+    const bool streams = texts.output == "-";
+    if (streams)
+        wishes.stream =
+            choose<std::string>("--format", texts.format, {{"png", "png"}, {"rgba", "rgba"}});
+    else if (!texts.format.empty())
+        failUsage("--format is for a stream, as in -o - --format {}", texts.format);
+    if (!texts.alpha.empty())
+        wishes.alpha =
+            choose<Alpha>("--alpha", texts.alpha,
+                          {{"straight", Alpha::kStraight}, {"premultiplied", Alpha::kAssociated}});
+    wishes.half = texts.half;
+    wishes.compression = texts.compression;
+    return wishes;
 }
 
 }  // namespace
@@ -82,7 +126,8 @@ standin::LayerSize parseSize(std::string_view text, std::string_view option) {
 
 RenderOptions::RenderOptions(const RenderTexts& texts)
     : output(texts.output, "--output"),
-      rate(parseFrameRate(texts.fps)),
+      layer(texts.layer),
+      wishes(wishesOf(texts)),
       divisor(parseScale(texts.scale)),
       road(choose<standin::Road>(
           "--road", texts.road,
@@ -91,12 +136,20 @@ RenderOptions::RenderOptions(const RenderTexts& texts)
                                 {{"overwrite", Existing::kOverwrite},
                                  {"skip", Existing::kSkip},
                                  {"error", Existing::kError}})),
+      missing(choose<Missing>("--missing", texts.missing,
+                              {{"error", Missing::kError},
+                               {"black", Missing::kBlack},
+                               {"hold", Missing::kHold},
+                               {"skip", Missing::kSkip}})),
+      jobs(parseJobs(texts.jobs)),
+      report(texts.report),
       progress(choose<ProgressStyle>("--progress", texts.progress,
                                      {{"auto", ProgressStyle::kAuto},
                                       {"bar", ProgressStyle::kBar},
                                       {"plain", ProgressStyle::kPlain},
                                       {"json", ProgressStyle::kJson},
                                       {"none", ProgressStyle::kNone}})),
+      storedDefaults(texts.storedDefaults),
       verbose(texts.verbose),
       dryRun(texts.dryRun) {
     if (texts.quiet) progress = ProgressStyle::kNone;
@@ -104,17 +157,20 @@ RenderOptions::RenderOptions(const RenderTexts& texts)
         failUsage("give either --input with a picture or --size for an empty frame");
     if (!texts.input.empty()) input.emplace(texts.input, "--input");
     if (!texts.size.empty()) size = parseSize(texts.size, "--size");
-    frames = framesOf(texts, input && input->hasNumber());
-    if (frames.size() > 1 && !output.hasNumber())
-        failUsage("--output: {} frames need a frame number in \"{}\"; write #### or %04d",
-                  frames.size(), output.text());
+    if (!texts.fps.empty()) rate = parseFrameRate(texts.fps);
     if (!texts.depth.empty())
         depth = choose<standin::Depth>("--depth", texts.depth,
                                        {{"8", standin::Depth::bits8},
                                         {"16", standin::Depth::bits16},
                                         {"32", standin::Depth::float32}});
-    if (!input && !depth) depth = depthForOutput(output.fileFor(frames[0]));
-    (void)describeOutput(output.fileFor(frames[0]), depth.value_or(standin::Depth::bits8));
+    // Before the disk is asked for frames: these are usage, whatever is there.
+    (void)chooseOutputForm(output.text(), depth.value_or(standin::Depth::bits8), wishes);
+    frames = framesOf(texts, input);
+    if (frames.size() > 1 && !output.hasNumber() && !streams())
+        failUsage("--output: {} frames need a frame number in \"{}\"; write #### or %04d",
+                  frames.size(), output.text());
+    frames = chunkOf(frames, texts.chunk);
+    if (!input && !depth) depth = depthForOutput(output.text(), wishes);
     checkTimes(*this);
 }
 

@@ -7,36 +7,49 @@
 
 #include "EffectSession.h"
 #include "FilePattern.h"
-#include "Progress.h"
+#include "OutputForm.h"
+#include "ProgressStyle.h"
 #include "host/FrameRender.h"
 
 namespace tool {
 
 struct RenderTexts {
-    std::string input, output, frames, size, depth, fps = "24";
-    std::string scale = "1", road = "smart", existing = "overwrite", progress = "auto";
+    std::string input, output, frames, chunk, size, depth, fps, layer;
+    std::string scale = "1", road = "smart", existing = "overwrite", missing = "error";
+    std::string alpha, compression, format, jobs, report, progress = "auto";
     std::string module;
     ParamTexts params;
-    bool storedDefaults = false;
+    bool storedDefaults = false, half = false;
     bool quiet = false, verbose = false, dryRun = false;
 };
 
 enum class Existing { kOverwrite, kSkip, kError };
+enum class Missing { kError, kBlack, kHold, kSkip };
 
 struct RenderOptions {
-    // Throws Failure (usage) that names the option.
+    // Looks for the frames of the input when none are asked for. Throws Failure: usage that names
+    // the option, or input when there are none.
     explicit RenderOptions(const RenderTexts& texts);
+
+    // The output is standard output, one picture behind another.
+    [[nodiscard]] bool streams() const { return !wishes.stream.empty(); }
 
     std::optional<FilePattern> input;  // none: opaque black of `size`
     FilePattern output;
-    std::vector<int> frames;
+    std::vector<int> frames;  // of the chunk
     standin::LayerSize size{0, 0};
+    std::string layer;
     std::optional<standin::Depth> depth;  // none: the input's own
-    FrameRate rate;
+    std::optional<FrameRate> rate;        // none: the input's own, or 24
+    OutputWishes wishes;
     int divisor = 1;  // of the picture's sides
     standin::Road road = standin::Road::smart;
     Existing existing = Existing::kOverwrite;
+    Missing missing = Missing::kError;
+    int jobs = 1;
+    std::string report;  // file; empty: none
     ProgressStyle progress = ProgressStyle::kAuto;
+    bool storedDefaults = false;
     bool verbose = false;
     bool dryRun = false;
 };

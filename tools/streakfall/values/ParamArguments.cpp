@@ -1,9 +1,8 @@
 #include "ParamArguments.h"
 
-#include <nlohmann/json.hpp>
-
 #include "Failure.h"
 #include "FrameList.h"
+#include "JsonText.h"
 #include "Look.h"
 #include "Text.h"
 #include "TextFile.h"
@@ -39,6 +38,24 @@ int parseKeyFrame(std::string_view text, std::string_view name) {
     return *frame;
 }
 
+// A value of a key with the way behind it: "200", "200:hold", "200:ease", "200:line".
+ParamKey parseKey(const ParamInfo& param, std::string_view text) {
+    std::string_view value = text;
+    standin::Way behind = standin::Way::line;
+    if (const auto colon = text.rfind(':'); colon != std::string_view::npos) {
+        const std::string word = lowered(trimmed(text.substr(colon + 1)));
+        value = text.substr(0, colon);
+        if (word == "hold")
+            behind = standin::Way::hold;
+        else if (word == "ease")
+            behind = standin::Way::ease;
+        else if (word != "line")
+            failUsage("\"{}\": \":{}\" is no way between keys; write :line, :hold or :ease",
+                      param.name, word);
+    }
+    return {ParamValue(param, value), behind, std::string(trimmed(text))};
+}
+
 }  // namespace
 
 ParamArguments::ParamArguments(const ParamLookup& lookup, std::string_view section,
@@ -53,8 +70,8 @@ ParamArguments::ParamArguments(const ParamLookup& lookup, std::string_view secti
 std::vector<std::string> ParamArguments::warnings() const {
     std::vector<std::string> lines;
     for (const auto& [index, keys] : values_)
-        for (const auto& [frame, value] : keys.byFrame)
-            if (const auto warning = value.outOfRange(*keys.param)) lines.push_back(*warning);
+        for (const auto& [frame, key] : keys.byFrame)
+            if (const auto warning = key.value.outOfRange(*keys.param)) lines.push_back(*warning);
     return lines;
 }
 
@@ -69,10 +86,21 @@ void ParamArguments::addLook(const std::string& keyOrPath) {
     }
 }
 
+Json ParamArguments::toJson() const {
+    Json object = Json::object();
+    for (const auto& [index, keys] : values_) {
+        Json& value = object[keys.param->name];
+        if (!keys.keyed) value = keys.byFrame.begin()->second.text;
+        for (const auto& [frame, key] : keys.byFrame)
+            if (keys.keyed) value[std::to_string(frame)] = key.text;
+    }
+    return object;
+}
+
 void ParamArguments::addFile(const std::string& path) {
     const std::string text = readTextFile("--params", path);
     try {
-        if (trimmed(text).starts_with('{'))
+        if (trimmed(text).starts_with('{') || text.starts_with("\xEF\xBB\xBF"))
             addJson(text);
         else
             addSettings(text);
@@ -82,25 +110,24 @@ void ParamArguments::addFile(const std::string& path) {
 }
 
 void ParamArguments::addJson(const std::string& text) {
-    Json object;
-    try {
-        object = Json::parse(text);
-    } catch (const Json::parse_error& error) {
-        fail(Exit::kUsage, "not JSON at byte {}", error.byte);
-    }
+    const Json object = parseJson(text);
+    if (!object.is_object()) failUsage("not a JSON object");
     for (const auto& [name, value] : object.items()) {
         const ParamInfo& param = lookup_.find(name);
-        if (!value.is_object()) {
+        if (value.is_object())
+            addJsonKeys(param, value);
+        else
             setConstant(param, plainText(value, name));
-            continue;
-        }
-        if (value.empty()) failUsage("\"{}\": there are no keys", name);
-        ParamKeys keys{&param, {}, true};
-        for (const auto& [frame, keyed] : value.items())
-            keys.byFrame.insert_or_assign(parseKeyFrame(frame, name),
-                                          ParamValue(param, plainText(keyed, name)));
-        values_.insert_or_assign(param.index, std::move(keys));
     }
+}
+
+void ParamArguments::addJsonKeys(const ParamInfo& param, const Json& object) {
+    if (object.empty()) failUsage("\"{}\": there are no keys", param.name);
+    ParamKeys keys{&param, {}, true};
+    for (const auto& [frame, value] : object.items())
+        keys.byFrame.insert_or_assign(parseKeyFrame(frame, param.name),
+                                      parseKey(param, plainText(value, param.name)));
+    values_.insert_or_assign(param.index, std::move(keys));
 }
 
 // Lines "key=value" under "[section]". A colour has three keys, "Name.r" and so on, and its alpha
@@ -147,7 +174,8 @@ void ParamArguments::addKey(std::string_view text) {
     if (at == std::string_view::npos)
         failUsage("--key: \"{}\" has no \"@\"; write \"Name@1=0,@24=200\"", text);
     const ParamInfo& param = lookup_.find(text.substr(0, at));
-    ParamKeys keys{&param, {}, true};
+    ParamKeys& keys = values_[param.index];
+    if (keyedHere_.insert(param.index).second) keys = {&param, {}, true};
     // Values may have commas of their own: only one in front of an "@" parts two keys.
     for (std::string_view part : split(text.substr(at + 1), '@')) {
         const auto equals = part.find('=');
@@ -156,14 +184,14 @@ void ParamArguments::addKey(std::string_view text) {
         std::string_view value = trimmed(part.substr(equals + 1));
         if (value.ends_with(',')) value.remove_suffix(1);
         keys.byFrame.insert_or_assign(parseKeyFrame(part.substr(0, equals), param.name),
-                                      ParamValue(param, value));
+                                      parseKey(param, value));
     }
-    values_.insert_or_assign(param.index, std::move(keys));
 }
 
 void ParamArguments::setConstant(const ParamInfo& param, std::string_view value) {
     ParamKeys keys{&param, {}, false};
-    keys.byFrame.emplace(0, ParamValue(param, value));
+    keys.byFrame.emplace(
+        0, ParamKey{ParamValue(param, value), standin::Way::line, std::string(trimmed(value))});
     values_.insert_or_assign(param.index, std::move(keys));
 }
 

@@ -1,0 +1,264 @@
+#include "PictureReader.h"
+
+#include <OpenImageIO/imagebuf.h>
+#include <OpenImageIO/imagebufalgo.h>
+#include <OpenImageIO/imageio.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+
+#include "Channel.h"
+#include "Failure.h"
+#include "Layers.h"
+#include "Metadata.h"
+#include "PngCheck.h"
+#include "Text.h"
+
+#ifdef __SANITIZE_THREAD__
+// The picture library's own threads hand over their work out of the sanitizer's sight, since the
+// library is built without it.
+extern "C" __attribute__((visibility("default"))) const char* __tsan_default_suppressions() {
+    return "race:libOpenImageIO\n";
+}
+#endif
+
+namespace tool {
+
+namespace {
+
+using standin::Depth;
+using standin::Image;
+
+constexpr char kStraight[] = "oiio:UnassociatedAlpha";
+
+// A library's words, which may go on for several lines.
+std::string firstLine(const std::string& text) {
+    return std::string(trimmed(split(trimmed(text), '\n')[0]));
+}
+
+// Reading.
+
+OIIO::TypeDesc readType(const OIIO::ImageSpec& spec) {
+    if (spec.format == OIIO::TypeDesc::UINT8) return OIIO::TypeDesc::UINT8;
+    if (spec.format == OIIO::TypeDesc::UINT16) return OIIO::TypeDesc::UINT16;
+    return OIIO::TypeDesc::FLOAT;
+}
+
+Depth naturalDepth(OIIO::TypeDesc type) {
+    if (type == OIIO::TypeDesc::UINT8) return Depth::bits8;
+    return type == OIIO::TypeDesc::UINT16 ? Depth::bits16 : Depth::float32;
+}
+
+// An open file, at the part whose channels were chosen.
+struct OpenPicture {
+    std::string path;
+    std::unique_ptr<OIIO::ImageInput> file;
+    ChannelPlaces at;
+    OIIO::ImageSpec spec;  // of that part, at full size
+};
+
+std::unique_ptr<OIIO::ImageInput> openFile(const std::string& path) {
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (!std::filesystem::exists(status)) fail(Exit::kInput, "cannot read {}: no such file", path);
+    if (std::filesystem::is_directory(status))
+        fail(Exit::kInput, "cannot read {}: it is a folder", path);
+    OIIO::ImageSpec config;
+    config.attribute(kStraight, 1);
+    auto file = OIIO::ImageInput::open(path, &config);
+    if (!file) fail(Exit::kInput, "cannot read {}: {}", path, firstLine(OIIO::geterror()));
+    const std::string format = file->format_name();
+    if (format != "png" && format != "tiff" && format != "jpeg" && format != "openexr")
+        fail(Exit::kInput, "cannot read {}: it is {}, not a PNG, TIFF, JPEG or EXR", path, format);
+    return file;
+}
+
+void checkSize(const std::string& path, const OIIO::ImageSpec& spec) {
+    const int width = std::max(spec.width, spec.full_width);
+    const int height = std::max(spec.height, spec.full_height);
+    if (width < 1 || height < 1 || width > kPFMaxWorldSide || height > kPFMaxWorldSide)
+        fail(Exit::kInput, "cannot read {}: {} x {} pixels, a side may have 1 to {}", path, width,
+             height, kPFMaxWorldSide);
+    if (spec.depth > 1) fail(Exit::kInput, "cannot read {}: it is a volume", path);
+}
+
+OpenPicture openPicture(const std::string& path, const std::string& layer) {
+    OpenPicture picture{path, openFile(path), {}, {}};
+    picture.at = chooseChannels(*picture.file, path, layer);
+    picture.spec = picture.file->spec();
+    checkSize(path, picture.spec);
+    return picture;
+}
+
+// What is associated by its format's custom: EXR, unless it says otherwise, and TIFF by its tag.
+bool isAssociated(const OpenPicture& picture) {
+    const std::string_view format = picture.file->format_name();
+    return picture.at.alpha >= 0 && (format == "openexr" || format == "tiff") &&
+           picture.spec.get_int_attribute(kStraight) == 0 &&
+           picture.spec.get_string_attribute(kAlphaAttribute) != "straight";
+}
+
+PictureTraits traitsOf(const OpenPicture& picture) {
+    const OIIO::ImageSpec& spec = picture.spec;
+    PictureTraits traits;
+    const bool lies = spec.get_int_attribute("Orientation", 1) > 4;  // on its side
+    traits.width = lies ? spec.full_height : spec.full_width;
+    traits.height = lies ? spec.full_width : spec.full_height;
+    traits.depth = naturalDepth(readType(spec));
+    traits.half = spec.channelformat(picture.at.red) == OIIO::TypeDesc::HALF;
+    traits.associated = isAssociated(picture);
+    traits.format = picture.file->format_name();
+    traits.dropped = picture.at.dropped;
+    traits.carried = carriedMetadata(spec);
+    return traits;
+}
+
+// The chosen channels' pixels in one of three types, upright.
+OIIO::ImageBuf decode(OpenPicture& picture) {
+    OIIO::ImageSpec spec = picture.spec;
+    const int first = picture.at.first();
+    spec.nchannels = picture.at.behindLast() - first;
+    spec.set_format(readType(spec));
+    spec.channelformats.clear();
+    spec.channelnames.resize(static_cast<std::size_t>(spec.nchannels));
+    OIIO::ImageBuf buffer(spec, OIIO::InitializePixels::No);
+    OIIO::ImageInput& file = *picture.file;
+    const bool read = file.read_image(picture.at.part, 0, first, first + spec.nchannels,
+                                      spec.format, buffer.localpixels());
+    const std::string trouble = firstLine(file.geterror());
+    // A photo with a few odd bytes is shown by every program; one that ends early is not whole.
+    const bool harmless = trouble.empty() || (std::string_view(file.format_name()) == "jpeg" &&
+                                              trouble.find("Premature end") == std::string::npos);
+    if (!read || !harmless)
+        fail(Exit::kInput, "cannot read {}: {}", picture.path,
+             trouble.empty() ? "broken picture" : trouble);
+    return buffer.orientation() == 1 ? buffer : OIIO::ImageBufAlgo::reorient(buffer);
+}
+
+// Reads one pixel of a file after another into the host's form.
+template <class From, class Pixel>
+class PixelTaker {
+  public:
+    PixelTaker(const OpenPicture& picture, std::uint32_t fromWhite, std::uint32_t toWhite)
+        : at_(picture.at),
+          first_(picture.at.first()),
+          associated_(isAssociated(picture)),
+          fromWhite_(fromWhite),
+          toWhite_(toWhite) {}
+
+    Pixel take(const From* pixel) const {
+        pixel -= first_;
+        const From* alpha = at_.alpha < 0 ? nullptr : pixel + at_.alpha;
+        // Under alpha 0 there is nothing to undo, nor where alpha is white.
+        if (associated_ && *alpha != From{0} && *alpha != static_cast<From>(fromWhite_))
+            return straight(pixel, static_cast<double>(*alpha) / fromWhite_);
+        return {alpha ? plain(*alpha) : static_cast<Channel>(toWhite_), plain(pixel[at_.red]),
+                plain(pixel[at_.green]), plain(pixel[at_.blue])};
+    }
+
+  private:
+    using Channel = decltype(Pixel::alpha);
+
+    Channel plain(From value) const { return rescaled<Channel>(value, fromWhite_, toWhite_); }
+    Pixel straight(const From* pixel, double alpha) const {
+        const auto colour = [&](int place) {
+            const double ratio = static_cast<double>(pixel[place]) / fromWhite_ / alpha;
+            return rescaled<Channel>(ratio, kFloatWhite, toWhite_);
+        };
+        return {plain(pixel[at_.alpha]), colour(at_.red), colour(at_.green), colour(at_.blue)};
+    }
+
+    ChannelPlaces at_;
+    int first_;
+    bool associated_;
+    std::uint32_t fromWhite_, toWhite_;
+};
+
+template <class From, class Pixel>
+void putPixels(const OpenPicture& picture, const OIIO::ImageBuf& buffer, std::uint32_t fromWhite,
+               std::uint32_t toWhite, Image& image) {
+    const PixelTaker<From, Pixel> taker(picture, fromWhite, toWhite);
+    const OIIO::ImageSpec& spec = buffer.spec();
+    // The file's pixels may cover another window than the picture; what they leave is clear.
+    const int left = spec.x - spec.full_x;
+    const int top = spec.y - spec.full_y;
+    const int begin = std::max(0, -left);
+    const int end = std::min(spec.width, image.width() - left);
+    const From* from = static_cast<const From*>(buffer.localpixels());
+    for (int y = top; y < top + spec.height; ++y, from += spec.width * spec.nchannels) {
+        if (y < 0 || y >= image.height()) continue;
+        Pixel* to = image.row<Pixel>(y) + left;
+        for (int x = begin; x < end; ++x) to[x] = taker.take(from + x * spec.nchannels);
+    }
+}
+
+template <class From>
+void putPixels(const OpenPicture& picture, const OIIO::ImageBuf& buffer, std::uint32_t fromWhite,
+               Image& image) {
+    switch (image.depth()) {
+        case Depth::bits8:
+            return putPixels<From, PF_Pixel>(picture, buffer, fromWhite, kWhite8, image);
+        case Depth::bits16:
+            return putPixels<From, PF_Pixel16>(picture, buffer, fromWhite, kHostWhite16, image);
+        case Depth::float32:
+            return putPixels<From, PF_PixelFloat>(picture, buffer, fromWhite, kFloatWhite, image);
+    }
+}
+
+void checkPng(const std::string& path) {
+    if (const std::string trouble = pngTrouble(path); !trouble.empty())
+        fail(Exit::kInput, "cannot read {}: {}", path, trouble);
+}
+
+}  // namespace
+
+Picture readPictureFile(const std::string& path, std::optional<Depth> depth,
+                        const std::string& layer) {
+    checkPng(path);
+    OpenPicture open = openPicture(path, layer);
+    const OIIO::ImageBuf buffer = decode(open);
+    const OIIO::ImageSpec& spec = buffer.spec();
+    Picture picture{
+        Image(spec.full_width, spec.full_height, depth.value_or(naturalDepth(spec.format))),
+        traitsOf(open)};
+    if (spec.format == OIIO::TypeDesc::UINT8)
+        putPixels<std::uint8_t>(open, buffer, kWhite8, picture.image);
+    else if (spec.format == OIIO::TypeDesc::UINT16)
+        putPixels<std::uint16_t>(open, buffer, kFileWhite16, picture.image);
+    else
+        putPixels<float>(open, buffer, kFloatWhite, picture.image);
+    return picture;
+}
+
+Image readPicture(const std::string& path, std::optional<Depth> depth) {
+    return readPictureFile(path, depth).image;
+}
+
+PictureTraits readTraits(const std::string& path, const std::string& layer) {
+    checkPng(path);
+    return traitsOf(openPicture(path, layer));
+}
+
+bool isWholePicture(const std::string& path) {
+    try {
+        (void)readPicture(path, std::nullopt);
+        return true;
+    } catch (const Failure&) {
+        return false;
+    }
+}
+
+std::string storedFingerprint(const std::string& path) {
+    try {
+        checkPng(path);
+        OpenPicture open = openPicture(path, "");
+        std::string fingerprint = stampedFingerprint(open.spec);
+        if (!fingerprint.empty()) (void)decode(open);
+        return fingerprint;
+    } catch (const Failure&) {
+        return "";
+    }
+}
+
+}  // namespace tool
