@@ -16,7 +16,6 @@ namespace {
 
 constexpr std::int32_t kShortRun = 8;   // shorter ones are painted dab by dab
 constexpr double kRegularRadius = 6.5;  // from here on every dab is what LargeDabShape tells
-constexpr double kWideHollow = 30.0;    // from here on hollow dabs over other colours go singly
 constexpr double kMostTurn = 0.85;      // least cosine of the turn from step to step of a wave
 constexpr double kSameSpot = 1e-6;      // pixels
 
@@ -163,10 +162,7 @@ void ThickStroke<Depth>::flush(LineCanvas& canvas, const Pixel& pen, LargeDabAvx
         const Range y{-(steep ? dabs.originMajor : dabs.originMinor),
                       canvas.height - 1 - (steep ? dabs.originMajor : dabs.originMinor)};
         bounds.find(dabs, isStraight, steep ? y : x, steep ? x : y);
-        const bool others = own.alpha != Depth::kWhite && meetsOthers(canvas, own);
-        everything = everything || others;
-        // Wide hollow dabs leave most pixels alone, one by one.
-        byDabs = others && rising == 0 && dabs.anyHollow && dabs.smallest > kWideHollow;
+        everything = everything || (own.alpha != Depth::kWhite && meetsOthers(canvas, own));
     }
     if (byDabs) {
         for (std::size_t k = 0; k < static_cast<std::size_t>(count); ++k) {
