@@ -19,6 +19,10 @@ constexpr std::int32_t kShortBatch = 8;    // shorter ones are painted dab by da
 constexpr std::int64_t kMaxBox = 1 << 26;  // pixels, 8 MiB of them; so are wider ones
 constexpr std::int32_t kGathered = 25;     // bits of 32 from any bit of the first byte on
 
+Range meet(const Range& a, const Range& b) {
+    return {std::max(a.from, b.from), std::min(a.to, b.to)};
+}
+
 // Columns of eight rows.
 struct EightRanges {
     alignas(32) std::int32_t from[kLanes], to[kLanes];
@@ -118,7 +122,7 @@ template <class Depth>
 void LargeBatchAvx2<Depth>::cover(LineCanvas& canvas, const Pixel& pen, const Entry& entry) {
     CoveredPixels& set = canvas.covered;
     const LargeDabBrush<Depth> brush(canvas, pen, entry.shape, entry.coverage, entry.dab.hollow);
-    const Range rows = brush.rows();
+    const Range rows = meet(brush.rows(), unsettled);
     placeRows(inside, entry.shape);
     const __m256i rim = _mm256_set1_epi32(kHollowRim - 1);
     for (std::int32_t y = rows.from; y <= rows.to; y += kLanes) {
@@ -148,7 +152,7 @@ void LargeBatchAvx2<Depth>::cover(LineCanvas& canvas, const Pixel& pen, const En
 template <class Depth>
 void LargeBatchAvx2<Depth>::paintRest(LineCanvas& canvas, const Pixel& pen, const Entry& entry) {
     const LargeDabBrush<Depth> brush(canvas, pen, entry.shape, entry.coverage, entry.dab.hollow);
-    const Range rows = brush.rows(), steep = brush.steepRows();
+    const Range rows = meet(brush.rows(), unsettled), steep = brush.steepRows();
     placeRows(inside, entry.shape);
     const auto paintRows = [&](std::int32_t from, std::int32_t to) {
         for (std::int32_t y = from; y <= to; y += kLanes) {
@@ -165,13 +169,14 @@ void LargeBatchAvx2<Depth>::paintRest(LineCanvas& canvas, const Pixel& pen, cons
             }
         }
     };
-    paintRows(rows.from, steep.from - 1);
-    for (std::int32_t y = steep.from; y <= steep.to; y += kLanes) {
+    const Range steepRows = meet(rows, steep);
+    paintRows(rows.from, std::min(steep.from - 1, rows.to));
+    for (std::int32_t y = steepRows.from; y <= steepRows.to; y += kLanes) {
         const RowEnds ends(entry.shape, inside, y - entry.shape.centre.yi);
-        const RestOfRows rest(ends, canvas, y, firstBits(steep.to - y + 1));
+        const RestOfRows rest(ends, canvas, y, firstBits(steepRows.to - y + 1));
         if ((rest.left | rest.right) != 0) brush.paintSteepRows(y, rest.left | rest.right);
     }
-    paintRows(steep.to + 1, rows.to);
+    paintRows(std::max(steep.to + 1, rows.from), rows.to);
 }
 
 // The rows and columns of the canvas that the dabs may touch.
@@ -197,6 +202,17 @@ void LargeBatchAvx2<Depth>::flush(LineCanvas& canvas, const Pixel& pen,
         (pen.alpha != Depth::kWhite && meetsOtherColors<Depth>(canvas, pen, columns, rows))) {
         for (const Entry& e : held()) single.paint(canvas, pen, e.dab);
     } else {
+        // Rows that keep what they have at the top and the bottom are left out.
+        unsettled = rows;
+        const auto isDone = [&, across = columns](std::int32_t y) {
+            return isSettled<Depth>(canvas, pen, across, y);
+        };
+        while (!unsettled.empty() && isDone(unsettled.from)) ++unsettled.from;
+        while (!unsettled.empty() && isDone(unsettled.to)) --unsettled.to;
+        if (unsettled.empty()) {
+            count = 0;
+            return;
+        }
         canvas.covered.start(columns, rows);
         for (const Entry& e : held()) cover(canvas, pen, e);
         for (const Entry& e : held()) paintRest(canvas, pen, e);

@@ -70,7 +70,8 @@ class LargeBatchAvx2 {
     std::int32_t count = 0;
     std::array<Entry, kCapacity> entries;
     CoverageTables<kCapacity> tables;
-    RowsInside inside;  // of the dab at hand
+    RowsInside inside;        // of the dab at hand
+    Range unsettled = kNone;  // rows that the batch at hand may change
 };
 
 }  // namespace streakfall

@@ -47,6 +47,9 @@ class LineWalk {
     // The radius at a place along the line, 0 to 1. Within a walk places may not fall.
     double radiusAt(double place);
 
+    // The place along the line, 0 to 1, from which on every dab is solid.
+    double solidFrom() const { return hollowLimit; }
+
     double directionX() const { return ux; }  // unit vector, (0, 0) for a line of no length
     double directionY() const { return uy; }
     bool hasDirection() const { return ux != 0.0 || uy != 0.0; }

@@ -40,6 +40,23 @@ bool meetsOtherColors(const LineCanvas& canvas, const typename Depth::Pixel& pen
     return false;
 }
 
+// True when every pixel of these columns of row y, as far as they are on the canvas, holds the
+// pen's colour at its alpha or more: it stays as it is.
+template <class Depth>
+bool isSettled(const LineCanvas& canvas, const typename Depth::Pixel& pen, const Range& columns,
+               std::int32_t y) {
+    const typename Depth::Pixel* row = canvas.row<Depth>(y);
+    const std::int32_t to = std::min(columns.to, canvas.width - 1);
+    for (std::int32_t x = std::max(columns.from, 0); x <= to; ++x) {
+        const typename Depth::Pixel& p = row[x];
+        if (p.red != pen.red || p.green != pen.green || p.blue != pen.blue ||
+            !(p.alpha >= pen.alpha)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 // Merges the pen, at its own alpha, into pixels that hold no other colour, or at white into any.
 template <class Depth>
 void mergeWholeRow(LineCanvas& canvas, const typename Depth::Pixel& pen, const Range& columns,

@@ -101,7 +101,9 @@ void WhatShows::add(StrokeForm& stroke, const LineRecord& line) {
 void WhatShows::addStraight(StrokeForm& stroke, const LineRecord& line) {
     LineWalk walk(stroke, line);
     const double length = walk.length();
-    if (!(length <= 32768.0) || walk.middlesMayStayOpen()) return;
+    if (!(length <= 32768.0)) return;
+    // Of a line whose hollow dabs may leave pixels open, what its solid dabs paint.
+    const double solidFrom = walk.middlesMayStayOpen() ? walk.solidFrom() + 1.0 / length : 0.0;
     Samples samples;
     const double spacing =
         std::max(std::sqrt(stroke.thickness), length / (static_cast<double>(kMaxSamples) - 8.0));
@@ -119,7 +121,7 @@ void WhatShows::addStraight(StrokeForm& stroke, const LineRecord& line) {
         const double slope =
             1.5 * std::max(std::fabs(here - before), std::fabs(next - here)) / step;
         const double inner = innerRadius(here, slope);
-        if (inner >= kLeastInner) {
+        if (inner >= kLeastInner && t >= solidFrom) {
             const double y = line.y0 + t * dy;
             samples.add(line.x0 + t * dx, y, inner, step);
             upper = std::min(upper, static_cast<float>(y - inner));
@@ -163,7 +165,7 @@ void WhatShows::addDisc(double x, double y, double r) {
 
 void WhatShows::addWaved(StrokeForm& stroke, const LineRecord& line) {
     LineWalk walk(stroke, line);
-    if (walk.middlesMayStayOpen()) return;
+    const bool staysOpen = walk.middlesMayStayOpen();
     Dab dab;
     double x = HUGE_VAL, y = HUGE_VAL;
     while (walk.next(dab)) {
@@ -172,7 +174,7 @@ void WhatShows::addWaved(StrokeForm& stroke, const LineRecord& line) {
         const double inner = r >= kLargeRadius ? r - 1.0 - kRounding
                              : r < 3.0         ? 0.0
                                        : std::sqrt(std::max(r * r - 1.8125 * r, 0.0)) - kRounding;
-        if (inner < kLeastInner) continue;
+        if (inner < kLeastInner || (staysOpen && dab.hollow)) continue;
         const double dx = dab.x - x, dy = dab.y - y;
         if (dx * dx + dy * dy < 0.4 * r) continue;
         x = dab.x;
