@@ -47,7 +47,7 @@ TYPED_TEST_SUITE(LongLineList, Depths);
 
 TYPED_TEST(LongLineList, RandomFrames) {
     compareFrames<TypeParam>(
-        {1000, 300}, [](Chance& chance) { return sizeUpTo(chance, 640, 360); }, 4e7);
+        {1000, 200}, [](Chance& chance) { return sizeUpTo(chance, 640, 360); }, 4e7);
 }
 
 TYPED_TEST(LongLineList, WideAndTallFrames) {

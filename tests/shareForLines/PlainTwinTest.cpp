@@ -234,7 +234,7 @@ class LongPlainTwin : public PlainTwin<Depth> {};
 TYPED_TEST_SUITE(LongPlainTwin, Depths);
 
 TYPED_TEST(LongPlainTwin, RandomStrokes) {
-    const Seeds seeds(1000, 150);
+    const Seeds seeds(1000, 100);
     for (std::uint32_t seed = seeds.first; seed < seeds.end; ++seed) {
         for (const InstructionSet set : everyInstructionSet()) {
             this->compare(seed, set == InstructionSet::kBaseline ? 12 : 80, set);

@@ -1,0 +1,206 @@
+// Strokes aimed at where the quick ways end, each over pixels of any colour and alpha: ramps as
+// steep as the line, and at the start of their curve, which is not concave; the largest radii;
+// single dabs; waves to the ends of the sliders.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+#include "Chance.h"
+#include "EveryInstructionSet.h"
+#include "PaintBox.h"
+#include "reference/PlainStroke.h"
+#include "shareForLines/LineTracer.h"
+
+namespace streakfall {
+namespace {
+
+constexpr int kWidth = 130, kHeight = 90;
+constexpr double kEighthTurn = 0.78539816339744828;
+
+struct Aimed {
+    LineRecord line{};
+    double opacity = 1.0;
+    std::function<void(StrokeForm&)> setForm = [](StrokeForm&) {};
+};
+
+// Puts the line so that the edge of its dab `along` pixels from the start, of that radius, crosses
+// the canvas.
+void aim(Chance& chance, Aimed& a, double angle, double length, double along, double radius) {
+    const double ux = std::cos(angle), uy = std::sin(angle);
+    // Beside the line, or anywhere round the dab.
+    const double side = chance.oneIn(2) ? (chance.oneIn(2) ? 0.5 : -0.5) * 3.1415926535897932
+                                        : chance.between(-3.2, 3.2);
+    const double x = chance.between(0, kWidth), y = chance.between(0, kHeight);
+    a.line.x0 = x - radius * std::cos(angle + side) - along * ux;
+    a.line.y0 = y - radius * std::sin(angle + side) - along * uy;
+    a.line.x1 = a.line.x0 + length * ux;
+    a.line.y1 = a.line.y0 + length * uy;
+    a.line.seed = chance.below(1000);
+    a.opacity = randomOpacity(chance);
+}
+
+double anyAngle(Chance& chance) {
+    return chance.oneIn(3) ? kEighthTurn * chance.below(8) : chance.between(-3.2, 3.2);
+}
+
+// A ramp that grows by `growth` a pixel makes an edge that leans by its arc sine: on lines that
+// lean as much the other way it lies along the rows, the columns or the diagonal.
+Aimed rampCase(Chance& chance) {
+    Aimed a;
+    const double half = chance.oneOf({8.0, 20.0, 60.0, 250.0, 2048.0}) * chance.between(0.6, 1.0);
+    const double thin = chance.oneIn(2) ? 0.0 : chance.between(0.0, 0.98);
+    const double growth =
+        std::max(chance.between(0.02, chance.oneIn(5) ? 1.5 : 0.8), half * (1.0 - thin) / 4000.0);
+    constexpr double kSlopes[] = {1.2685, 1.3388, 1.0,
+                                  0.5};  // of the curve: start, steepest, later
+    const double ramp = half * (1.0 - thin) * chance.oneOf(kSlopes) / growth + 2.0;
+    const double length = ramp + chance.oneOf({0.0, 5.0, 60.0, 2.2 * half});
+    const double part = chance.oneIn(2) ? chance.between(0.0, 0.1) : chance.between(0.0, 1.0);
+    const double lean = std::asin(std::min(growth, 1.0)) * (chance.oneIn(2) ? 1.0 : -1.0);
+    double angle = lean + kEighthTurn * chance.below(8);
+    if (chance.oneIn(3)) angle += chance.between(-0.02, 0.02);
+    aim(chance, a, angle, length, part * ramp, half * (thin + (1.0 - thin) * 1.3 * part));
+    a.line.thickness = 2.0 * half;
+    const bool atEnd = chance.oneIn(2), opacityRamp = chance.oneIn(5);
+    if (atEnd) {
+        std::swap(a.line.x0, a.line.x1);
+        std::swap(a.line.y0, a.line.y1);
+    }
+    a.setForm = [=](StrokeForm& form) {
+        form.inOutEnabled = true;
+        (atEnd ? form.endThicknessRatio : form.startThicknessRatio) = thin;
+        (atEnd ? form.outLength : form.inLength) = ramp;
+        // A line thicker than long has ramps longer by as much.
+        if (a.line.thickness > length) {
+            form.inLength *= length / a.line.thickness;
+            form.outLength *= length / a.line.thickness;
+        }
+        if (opacityRamp) form.startOpacity = 0.3;
+    };
+    return a;
+}
+
+// From where runs end to past the largest thickness that is drawn.
+Aimed largestCase(Chance& chance) {
+    Aimed a;
+    const double radius = chance.oneOf({650.0, 1400.0, 2000.0, 2150.0}) * chance.between(0.9, 1.1);
+    const double length = chance.oneOf({0.0, 1.0, 12.0, 120.0});
+    aim(chance, a, anyAngle(chance), length, length * chance.between(0, 1),
+        std::min(radius, 2048.0));
+    a.line.thickness = 2.0 * radius;
+    return a;
+}
+
+Aimed dotCase(Chance& chance) {
+    Aimed a;
+    const double radius =
+        chance.oneOf({3.0, 5.0, 6.0, 12.0, 45.0, 400.0}) * chance.between(0.9, 1.3);
+    aim(chance, a, anyAngle(chance), chance.oneOf({0.0, 0.4, 1.0}), 0.0, radius);
+    a.line.thickness = 2.0 * radius;
+    return a;
+}
+
+Aimed waveCase(Chance& chance) {
+    Aimed a;
+    const double amount = chance.oneOf({-1000.0, 1000.0, 300.0, 40.0}) * chance.between(0.5, 1.0);
+    const double wavelength = chance.oneOf({1.0, 5.0, 30.0, 300.0, 1000.0});
+    const double radius = chance.oneOf({1.0, 5.0, 15.0, 80.0, 250.0}) * chance.between(0.8, 1.0);
+    const double steep = 1.0 + 1.4 * std::fabs(amount) / std::max(4.0, wavelength);
+    const double length = std::min(200.0, 1500.0 / steep) + 4.0;
+    aim(chance, a, anyAngle(chance), length, length * chance.between(0, 1), radius);
+    a.line.thickness = 2.0 * radius;
+    const double random = chance.oneIn(2) ? 0.0 : chance.between(0, 1);
+    const double phase = chance.between(-100, 100);
+    const bool ramps = chance.oneIn(3);
+    a.setForm = [=](StrokeForm& form) {
+        form.waveEnabled = true;
+        form.wave.amount = amount;
+        form.wave.amountRandom = form.wave.wavelengthRandom = random;
+        form.wave.wavelength = wavelength;
+        form.wave.phase = phase;
+        form.inOutEnabled = ramps;
+        if (ramps) form.inLength = form.outLength = 0.4 * length;
+        if (ramps) form.startThicknessRatio = form.endThicknessRatio = 0.2;
+    };
+    return a;
+}
+
+// Any colours and alphas, those of the pen among them.
+template <class Depth>
+void fillWithNoise(Chance& chance, PaintBox<Depth>& box, const typename Depth::Pixel& pen) {
+    const int emptyOneIn = chance.oneIn(3) ? 1 : 4;
+    auto pixel = pen;
+    for (int y = 0; y < kHeight; ++y) {
+        for (int x = 0; x < kWidth; ++x) {
+            // Patches of a few pixels, as strokes leave them.
+            if (chance.oneIn(3)) {
+                const auto any = [&] { return static_cast<std::uint8_t>(chance.below(256)); };
+                pixel = chance.oneIn(4) ? pen : penOf<Depth>(any(), any(), any());
+                pixel.alpha = Depth::penAlpha(chance.oneIn(3) ? 1.0 : chance.between(0, 1));
+                if (chance.oneIn(emptyOneIn)) pixel = {};
+            }
+            box.at(x, y) = pixel;
+        }
+    }
+}
+
+// Returns whether the stroke changes a pixel.
+template <class Depth>
+bool compareStroke(Chance& chance, const Aimed& a, std::uint32_t seed) {
+    Stroke<Depth> stroke;
+    a.setForm(stroke);
+    stroke.thickness = a.line.thickness;
+    stroke.pen = penOf<Depth>(90, 31, 200, a.opacity);
+    PaintBox<Depth> noise(kWidth, kHeight, 3), plain(kWidth, kHeight, 3);
+    fillWithNoise(chance, noise, stroke.pen);
+    plain.storage = noise.storage;
+    reference::traceLine(stroke, plain.canvas, a.line);
+    for (const InstructionSet set : everyInstructionSet()) {
+        const WithInstructionSet with(set);
+        PaintBox<Depth> product(kWidth, kHeight, 3);
+        product.storage = noise.storage;
+        traceLine(stroke, product.canvas, a.line);
+        EXPECT_EQ(product.firstDifference(plain), "")
+            << "seed " << seed << ", instruction set " << static_cast<int>(set) << ", line "
+            << a.line.x0 << " " << a.line.y0 << " to " << a.line.x1 << " " << a.line.y1
+            << ", thickness " << a.line.thickness << ", opacity " << a.opacity;
+    }
+    return !plain.firstDifference(noise).empty();
+}
+
+template <class Depth>
+void compareAimed(const Seeds& seeds, Aimed (*makeCase)(Chance&)) {
+    std::uint32_t painted = 0;
+    for (std::uint32_t seed = seeds.first; seed < seeds.end; ++seed) {
+        Chance chance(seed);
+        const Aimed a = makeCase(chance);
+        painted += compareStroke<Depth>(chance, a, seed) ? 1 : 0;
+        if (::testing::Test::HasFailure()) return;
+    }
+    EXPECT_GT(painted, (seeds.end - seeds.first) / 2) << "aimed beside the canvas";
+}
+
+template <class Depth>
+class AimedStrokes : public ::testing::Test {};
+TYPED_TEST_SUITE(AimedStrokes, Depths);
+
+TYPED_TEST(AimedStrokes, RampsAsSteepAsTheLine) { compareAimed<TypeParam>({0, 16}, rampCase); }
+TYPED_TEST(AimedStrokes, LargestRadii) { compareAimed<TypeParam>({0, 12}, largestCase); }
+TYPED_TEST(AimedStrokes, SingleDabs) { compareAimed<TypeParam>({0, 150}, dotCase); }
+TYPED_TEST(AimedStrokes, Waves) { compareAimed<TypeParam>({0, 12}, waveCase); }
+
+template <class Depth>
+class LongAimedStrokes : public ::testing::Test {};
+TYPED_TEST_SUITE(LongAimedStrokes, Depths);
+
+TYPED_TEST(LongAimedStrokes, RampsAsSteepAsTheLine) {
+    compareAimed<TypeParam>({1000, 100}, rampCase);
+}
+TYPED_TEST(LongAimedStrokes, LargestRadii) { compareAimed<TypeParam>({1000, 80}, largestCase); }
+TYPED_TEST(LongAimedStrokes, SingleDabs) { compareAimed<TypeParam>({1000, 2000}, dotCase); }
+TYPED_TEST(LongAimedStrokes, Waves) { compareAimed<TypeParam>({1000, 80}, waveCase); }
+
+}  // namespace
+}  // namespace streakfall
