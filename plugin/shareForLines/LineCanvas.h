@@ -13,7 +13,7 @@
 #include "shareForLines/CoverageTable.h"
 #include "shareForLines/CoveredPixels.h"
 #include "shareForLines/SpanTable.h"
-#include "shareForLines/WhatShows.h"
+#include "shareForLines/WhatShowsAvx2.h"
 
 namespace streakfall {
 

@@ -8,7 +8,7 @@
 #include "shareForLines/LineWalk.h"
 #include "shareForLines/PenPixels.h"
 #include "shareForLines/SmallDabAvx2.h"
-#include "shareForLines/ThickStroke.h"
+#include "shareForLines/ThickStrokeAvx2.h"
 
 namespace streakfall {
 namespace {

@@ -22,10 +22,10 @@
 #include <span>
 
 #include "shareForLines/HollowRow.h"
-#include "shareForLines/Lanes.h"
+#include "shareForLines/LanesAvx2.h"
 #include "shareForLines/StrokeShape.h"
-#include "shareForLines/ThickDabs.h"
-#include "shareForLines/ThickPlot.h"
+#include "shareForLines/ThickDabsAvx2.h"
+#include "shareForLines/ThickPlotAvx2.h"
 
 #pragma GCC push_options
 #pragma GCC target("avx2")

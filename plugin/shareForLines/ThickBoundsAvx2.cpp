@@ -1,9 +1,9 @@
-#include "shareForLines/ThickBounds.h"
+#include "shareForLines/ThickBoundsAvx2.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "shareForLines/Lanes.h"
+#include "shareForLines/LanesAvx2.h"
 
 #pragma GCC push_options
 #pragma GCC target("avx2")

@@ -21,8 +21,8 @@
 
 #include "shareForLines/LargeDabAvx2.h"
 #include "shareForLines/LineCanvas.h"
-#include "shareForLines/ThickBounds.h"
-#include "shareForLines/ThickDabs.h"
+#include "shareForLines/ThickBoundsAvx2.h"
+#include "shareForLines/ThickDabsAvx2.h"
 
 namespace streakfall {
 

@@ -18,7 +18,7 @@
 #include <cstdint>
 
 #include "shareForLines/Range.h"
-#include "shareForLines/ThickDabs.h"
+#include "shareForLines/ThickDabsAvx2.h"
 
 namespace streakfall {
 

@@ -15,8 +15,8 @@
 #include <cstring>
 
 #include "shareForLines/EightPixelsAvx2.h"
-#include "shareForLines/ThickPlot.h"
-#include "shareForLines/ThickWindow.h"
+#include "shareForLines/ThickPlotAvx2.h"
+#include "shareForLines/ThickWindowAvx2.h"
 
 #pragma GCC push_options
 #pragma GCC target("avx2")

@@ -11,10 +11,10 @@
 #include <span>
 
 #include "shareForLines/LineCanvas.h"
-#include "shareForLines/ThickBounds.h"
-#include "shareForLines/ThickMerge.h"
-#include "shareForLines/ThickPlot.h"
-#include "shareForLines/ThickWindow.h"
+#include "shareForLines/ThickBoundsAvx2.h"
+#include "shareForLines/ThickMergeAvx2.h"
+#include "shareForLines/ThickPlotAvx2.h"
+#include "shareForLines/ThickWindowAvx2.h"
 
 #pragma GCC push_options
 #pragma GCC target("avx2")

@@ -1,11 +1,11 @@
-#include "shareForLines/WhatShows.h"
+#include "shareForLines/WhatShowsAvx2.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 
 #include "shareForLines/DabPainter.h"
-#include "shareForLines/Lanes.h"
+#include "shareForLines/LanesAvx2.h"
 #include "shareForLines/LineWalk.h"
 
 #pragma GCC push_options

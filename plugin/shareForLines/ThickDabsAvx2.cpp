@@ -1,4 +1,4 @@
-#include "shareForLines/ThickDabs.h"
+#include "shareForLines/ThickDabsAvx2.h"
 
 #include <algorithm>
 #include <cmath>

@@ -9,8 +9,8 @@
 #include <cstdint>
 
 #include "shareForLines/HollowRow.h"
-#include "shareForLines/Lanes.h"
-#include "shareForLines/ThickDabs.h"
+#include "shareForLines/LanesAvx2.h"
+#include "shareForLines/ThickDabsAvx2.h"
 #include "shareForLines/VectorsAvx2.h"
 
 #pragma GCC push_options

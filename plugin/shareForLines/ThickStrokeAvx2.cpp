@@ -1,4 +1,4 @@
-#include "shareForLines/ThickStroke.h"
+#include "shareForLines/ThickStrokeAvx2.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "shareForLines/PenPixels.h"
-#include "shareForLines/ThickRim.h"
+#include "shareForLines/ThickRimAvx2.h"
 
 #pragma GCC push_options
 #pragma GCC target("avx2")
