@@ -26,6 +26,8 @@ class BlockBytes {
     BlockBytes() = default;
     // Zero. Throws std::bad_alloc.
     explicit BlockBytes(std::size_t size);
+    // Whatever was in the memory. Throws std::bad_alloc.
+    static BlockBytes unwritten(std::size_t size) { return {size, false}; }
     BlockBytes(const BlockBytes& other);
     BlockBytes(BlockBytes&& other) noexcept { swap(other); }
     BlockBytes& operator=(BlockBytes other) noexcept {

@@ -5,8 +5,8 @@
 namespace standin {
 
 PF_LRect boundsOf(const FrameRequest& request) {
-    return {request.originX, request.originY, request.originX + request.input.width(),
-            request.originY + request.input.height()};
+    return {request.originX, request.originY, request.originX + request.picture().width(),
+            request.originY + request.picture().height()};
 }
 
 FrameCommand::FrameCommand(Instance& instance, const FrameRequest& request, FrameResult& result)
@@ -22,7 +22,7 @@ FrameCommand::FrameCommand(Instance& instance, const FrameRequest& request, Fram
     in.downsample_x = request.downsampleX;
     in.downsample_y = request.downsampleY;
     in.pixel_aspect_ratio = request.pixelAspectRatio;
-    in.extent_hint = {0, 0, request.input.width(), request.input.height()};
+    in.extent_hint = {0, 0, request.picture().width(), request.picture().height()};
 }
 
 PF_Err FrameCommand::onCall(CallKind kind) {
@@ -67,13 +67,12 @@ FrameWorlds::FrameWorlds(Host& host, const FrameRequest& request, const PF_LRect
       top_(inputRect.top - request.originY),
       input_(make(host, inputRect)),
       output_(make(host, outputRect)) {
-    input_->load(request.input, left_, top_);
+    input_->load(request.picture(), left_, top_);
 }
 
 std::unique_ptr<WorldBuffer> FrameWorlds::make(Host& host, const PF_LRect& rect) const {
-    auto buffer =
-        WorldBuffer::make(rect.right - rect.left, rect.bottom - rect.top, request_.input.depth(),
-                          host.offer(), !host.offer().watchPixels);
+    auto buffer = WorldBuffer::make(rect.right - rect.left, rect.bottom - rect.top,
+                                    request_.picture().depth(), host.offer(), false);
     if (!buffer) {
         throw std::bad_alloc();
     }
@@ -89,7 +88,7 @@ void FrameWorlds::takeOutput(FrameResult& result) {
     if (!watched_) {
         return;
     }
-    if (!input_->holds(request_.input, left_, top_)) {
+    if (!input_->holds(request_.picture(), left_, top_)) {
         ledger_.violation("the effect changed the input's pixels");
     }
     if (!input_->marginsIntact() || !output_->marginsIntact()) {

@@ -22,13 +22,13 @@ void renderLegacy(Instance& instance, const FrameRequest& request, FrameResult& 
 }  // namespace
 
 FrameResult renderFrame(Instance& instance, const FrameRequest& request) {
-    if (request.input.empty()) {
+    if (request.picture().empty()) {
         throw std::invalid_argument("a frame without an input picture");
     }
     FrameResult result;
     if (request.road == Road::smart) {
         renderSmart(instance, request, result);
-    } else if (request.input.depth() != Depth::float32) {
+    } else if (request.picture().depth() != Depth::float32) {
         renderLegacy(instance, request, result);
     } else {
         throw std::invalid_argument("float pixels come only on the smart road");

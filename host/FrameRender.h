@@ -16,6 +16,9 @@ enum class Road { smart, legacy };
 struct FrameRequest {
     Road road = Road::smart;
     Image input;  // the layer at the downsampled size
+    // In its place, a picture that several frames share and the caller keeps; may be null.
+    const Image* sharedInput = nullptr;
+    const Image& picture() const { return sharedInput ? *sharedInput : input; }
 
     A_long currentTime = 0;
     A_long timeStep = 1;

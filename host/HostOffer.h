@@ -30,7 +30,7 @@ struct HostOffer {
 
     // The output lies under junk before a render; after it guards, padding and the input's pixels
     // are looked at, and pixels that were never written counted. Off for a program that renders
-    // and takes the effect's word: its output is clear before.
+    // and takes the effect's word, as the real host does.
     bool watchPixels = true;
 
     // Handle memory moves when its last lock goes, so that no address is kept past it.

@@ -67,6 +67,15 @@ Image::Image(int width, int height, Depth depth)
       bytes_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) *
              static_cast<std::size_t>(bytesPerPixel(depth))) {}
 
+Image Image::unwritten(int width, int height, Depth depth) {
+    Image image;
+    image.width_ = width;
+    image.height_ = height;
+    image.depth_ = depth;
+    image.bytes_ = BlockBytes::unwritten(image.rowBytes() * static_cast<std::size_t>(height));
+    return image;
+}
+
 Image Image::filled(int width, int height, Depth depth, double alpha, double red, double green,
                     double blue) {
     Image image(width, height, depth);

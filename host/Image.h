@@ -31,6 +31,8 @@ class Image {
     Image() = default;
     // All zero: transparent black.
     Image(int width, int height, Depth depth);
+    // For who writes every pixel: whatever was in the memory.
+    static Image unwritten(int width, int height, Depth depth);
     // Every pixel of one colour, channels from 0 to 1, rounded to the depth.
     static Image filled(int width, int height, Depth depth, double alpha, double red, double green,
                         double blue);

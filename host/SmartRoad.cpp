@@ -73,7 +73,7 @@ class PlanCommand : public FrameCommand {
     void plan() {
         PF_PreRenderInput input{};
         input.output_request = renderRequest(request_);
-        input.bitdepth = static_cast<A_short>(bitDepth(request_.input.depth()));
+        input.bitdepth = static_cast<A_short>(bitDepth(request_.picture().depth()));
         PF_PreRenderCallbacks callbacks{checkoutLayerCallback, guidMixIn};
         PF_PreRenderExtra extra{&input, &plan_.output, &callbacks};
         result_.planCode = run(PF_Cmd_SMART_PRE_RENDER, nullptr, nullptr, &extra);
@@ -101,8 +101,8 @@ class PlanCommand : public FrameCommand {
         answer.result_rect = common(asked.rect, bounds);
         answer.max_result_rect = bounds;
         answer.par = request_.pixelAspectRatio;
-        answer.ref_width = request_.input.width();
-        answer.ref_height = request_.input.height();
+        answer.ref_width = request_.picture().width();
+        answer.ref_height = request_.picture().height();
         if (!plan_.layers.emplace(checkoutId, answer.result_rect).second) {
             services().ledger().violation("two layers under one checkout id");
         }
@@ -144,7 +144,7 @@ class SmartRenderCommand : public FrameCommand {
     void render() {
         PF_SmartRenderInput input{};
         input.output_request = renderRequest(request_);
-        input.bitdepth = static_cast<A_short>(bitDepth(request_.input.depth()));
+        input.bitdepth = static_cast<A_short>(bitDepth(request_.picture().depth()));
         input.pre_render_data = request_.withholdPlanData ? nullptr : plan_.output.pre_render_data;
         PF_SmartRenderCallbacks callbacks{pixelsCallback, checkinCallback, outputCallback};
         PF_SmartRenderExtra extra{&input, &callbacks};

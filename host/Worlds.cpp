@@ -56,7 +56,7 @@ std::unique_ptr<WorldBuffer> WorldBuffer::make(A_long width, A_long height, Dept
         return nullptr;
     }
     world.data = reinterpret_cast<PF_Pixel*>(buffer->memory_ + buffer->pixelStart_);
-    if (!clear) {
+    if (!clear && offer.watchPixels) {
         buffer->writeJunk();
     }
     const std::lock_guard lock(registry().mutex);
@@ -116,7 +116,7 @@ void WorldBuffer::load(const Image& image, A_long x, A_long y) {
 }
 
 Image WorldBuffer::toImage() const {
-    Image image(world_.width, world_.height, depth_);
+    Image image = Image::unwritten(world_.width, world_.height, depth_);
     for (A_long y = 0; y < world_.height; ++y) {
         std::memcpy(image.row<std::byte>(y), row(y), pictureRowBytes());
     }

@@ -14,7 +14,8 @@ namespace standin {
 // While it lives its depth can be asked by the address of its pixels (see depthOf).
 class WorldBuffer {
   public:
-    // Null when there is no memory. Pixels are zero when `clear`, else junk that is no picture.
+    // Null when there is no memory. Pixels are zero when `clear`, else junk that is no picture or,
+    // when the host does not watch them, whatever was there.
     static std::unique_ptr<WorldBuffer> make(A_long width, A_long height, Depth depth,
                                              const HostOffer& offer, bool clear);
     ~WorldBuffer();

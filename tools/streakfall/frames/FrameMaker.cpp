@@ -71,11 +71,15 @@ void FrameMaker::makeFrame(const FrameJob& job, MadeFrame& made) {
     made.outcome = Outcome::kInterrupted;
     const std::string look = lookInWords(job.frame, share_.form.rate, instance);
     if (!input) input = share_.inputs.picture(job);
-    FrameTask task{job.frame, input->layer, input->image, [this](double part) { part_ = part; },
-                   [] { return interruptSignal() != 0; }};
-    const PictureTraits traits = input->traits;
-    input.reset();  // only a still is kept
+    FrameTask task{job.frame,
+                   input->layer,
+                   {},
+                   [this](double part) { part_ = part; },
+                   [] { return interruptSignal() != 0; },
+                   &input->image};
     const DrawnFrame drawn = renderer_.draw(std::move(task));
+    const PictureTraits traits = input->traits;
+    input.reset();  // only a still is kept while this is encoded
     if (drawn.picture.empty()) return;
     made.effectSeconds = drawn.effectSeconds;
     const auto start = Clock::now();

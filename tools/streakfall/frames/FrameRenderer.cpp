@@ -22,6 +22,7 @@ DrawnFrame FrameRenderer::draw(FrameTask task) {
     standin::FrameRequest request;
     request.road = settings_.road;
     request.input = std::move(task.input);
+    request.sharedInput = task.sharedInput;
     request.currentTime = timeOf(task.frame, settings_.rate, "--frames");
     request.timeStep = settings_.rate.timeStep;
     request.timeScale = settings_.rate.timeScale;

@@ -20,11 +20,13 @@ struct FrameSettings {
 struct FrameTask {
     int frame = 0;
     standin::LayerSize layer{0, 0};  // full size
-    standin::Image input;            // the layer's picture; its depth is the frame's
+    standin::Image input{};          // the layer's picture; its depth is the frame's
     // Both may be empty. Told how far the frame is, 0 to 1, at each tenth of its lines, and asked
     // there whether it is to end.
     std::function<void(double)> progress;
     std::function<bool()> isCancelled;
+    // In place of `input`, a picture that the caller keeps; may be null.
+    const standin::Image* sharedInput = nullptr;
 };
 
 struct DrawnFrame {
