@@ -79,7 +79,8 @@ void store(const tool::RenderTexts& texts) {
                                          texts.params);
     (void)arguments.warnings();
     for (const auto& [index, keys] : arguments.values()) {
-        for (const auto& [frame, value] : keys.byFrame) checkValue(*keys.param, value.value.on(kLayer));
+        for (const auto& [frame, value] : keys.byFrame)
+            checkValue(*keys.param, value.value.on(kLayer));
     }
     Instance instance(stage().host(), kLayer);
     tool::storeValues(instance, arguments, options.rate.value_or(tool::FrameRate{}));
