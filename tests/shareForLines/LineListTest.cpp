@@ -7,15 +7,28 @@
 namespace streakfall {
 namespace {
 
+// Of any kind.
+ListCase anyFrame(std::uint32_t seed, int width, int height) {
+    switch (Chance(seed).below(5)) {
+        case 0:
+            return randomCover(seed, width, height);
+        case 1:
+        case 2:
+            return randomField(seed, width, height);
+        default:
+            return randomList(seed, width, height);
+    }
+}
+
 // Draws a case for each seed. sizeOf(chance): width and height; work: pixel visits of a frame.
 template <class Depth, class SizeOf>
-void compareFrames(const Seeds& seeds, SizeOf sizeOf, double work) {
+void compareFrames(const Seeds& seeds, SizeOf sizeOf, double work,
+                   ListCase (*frame)(std::uint32_t, int, int) = anyFrame) {
     std::size_t painted = 0;
     for (std::uint32_t seed = seeds.first; seed < seeds.end; ++seed) {
         Chance chance(seed * 2654435761u);
         const auto [width, height] = sizeOf(chance);
-        ListCase c =
-            chance.oneIn(2) ? randomField(seed, width, height) : randomList(seed, width, height);
+        ListCase c = frame(seed, width, height);
         limitWork(c, work);
         painted += expectSameList<Depth>(c, seed);
         if (::testing::Test::HasFailure()) return;
@@ -38,6 +51,11 @@ TYPED_TEST_SUITE(LineList, Depths);
 TYPED_TEST(LineList, RandomFrames) {
     compareFrames<TypeParam>(
         {1, 200}, [](Chance& chance) { return sizeUpTo(chance, 200, 140); }, 5e6);
+}
+
+TYPED_TEST(LineList, LinesThatHideOthers) {
+    compareFrames<TypeParam>(
+        {1, 60}, [](Chance& chance) { return sizeUpTo(chance, 200, 140); }, 1e7, randomCover);
 }
 
 // The long ones take STREAKFALL_STRESS_SEED and STREAKFALL_STRESS_COUNT.

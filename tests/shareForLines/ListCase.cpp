@@ -246,4 +246,29 @@ ListCase randomList(std::uint32_t seed, int width, int height) {
     return c;
 }
 
+ListCase randomCover(std::uint32_t seed, int width, int height) {
+    Chance chance(seed);
+    ListCase c;
+    c.width = width;
+    c.height = height;
+    Form form = randomForm(chance, chance.between(20, width + height));
+    if (!chance.oneIn(4)) form.startOpacity = form.endOpacity = 1.0;
+    if (!chance.oneIn(4)) form.wave = false;
+    c.setForm = [form](StrokeForm& f) { form.set(f); };
+    const double thickness = chance.between(5.0, chance.oneIn(3) ? 80.0 : 20.0);
+    const double angle = chance.between(-3.2, 3.2), spread = chance.oneOf({0.0, 0.1, 3.2});
+    double area = 0.0;
+    while (area < 4.0 * width * height && c.lines.size() < 400) {
+        const double length = chance.between(0.0, width + height);
+        const double varied = thickness * chance.between(0.5, 1.0);
+        LineRecord line = lineAbout(chance.between(0, width), chance.between(0, height),
+                                    angle + chance.between(-spread, spread), length, varied);
+        line.seed = chance.below(1 << 30);
+        area += varied * (length + varied);
+        c.lines.push_back(line);
+    }
+    c.amounts = {1.0, 1.0, 1.0};
+    return c;
+}
+
 }  // namespace streakfall

@@ -35,4 +35,8 @@ ListCase randomField(std::uint32_t seed, int width, int height);
 // Synthetic: bundles, fans, dots and lines all over, of any thickness, in one list.
 ListCase randomList(std::uint32_t seed, int width, int height);
 
+// Opaque lines of many colours that cover the canvas several times: most of each is hidden by those
+// behind it in the list.
+ListCase randomCover(std::uint32_t seed, int width, int height);
+
 }  // namespace streakfall
