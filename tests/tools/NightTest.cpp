@@ -52,7 +52,7 @@ TEST_F(NightTest, ASignalIsHeardInTheFrame) {
     const Outcome outcome = shell(
         "\"$P\" render --module effect.so --size 1280x720 -f 1-40 -j 2 -o a.%02d.png --set "
         "'Density of Lines=1000' --set Thickness=500 --set Length=2000 --progress plain 2>log & "
-        "pid=$!; sleep 0.7; kill -TERM $pid; wait $pid");
+        "pid=$!; until test -s log; do sleep 0.05; done; kill -TERM $pid; wait $pid");
     EXPECT_EQ(outcome.code, 128 + SIGTERM);
     const std::string log = content("log");
     expectWords(log, {"interrupted: ", " of 40 written; resume with --existing skip\n"});
@@ -65,7 +65,8 @@ TEST_F(NightTest, ASecondSignalEndsAtOnceAndLeavesNoHalfFile) {
     const Outcome outcome = shell(
         "\"$P\" render --module effect.so -q --size 1280x720 -f 1-100000 -o a.%06d.tif "
         "--compression "
-        "none & pid=$!; sleep 0.5; kill -TERM $pid; kill -TERM $pid; wait $pid");
+        "none & pid=$!; until ls | grep -q a.000002; do sleep 0.05; done; kill -TERM $pid; kill "
+        "-TERM $pid; wait $pid");
     EXPECT_EQ(outcome.code, 128 + SIGTERM);
     EXPECT_EQ(leftovers(), std::vector<std::string>());
     for (const std::string& file : files()) EXPECT_TRUE(isWholePicture(path(file))) << file;

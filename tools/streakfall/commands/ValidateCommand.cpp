@@ -1,4 +1,8 @@
+#include <fmt/chrono.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <ctime>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
@@ -64,6 +68,7 @@ void printList(const std::vector<Check>& checks, bool json) {
 
 // One line a check; findings after the first stand below it.
 void printResult(const Check& check, const CheckResult& result) {
+    if (isatty(STDOUT_FILENO) != 0) print("\x1b[K");
     print("{} {:26} {:6.2f} s", result.passed() ? "ok  " : "FAIL", check.name, result.seconds);
     const auto& words = result.passed() ? result.notes : result.findings;
     for (std::size_t i = 0; i < words.size(); ++i) {
@@ -71,6 +76,13 @@ void printResult(const Check& check, const CheckResult& result) {
     }
     print("\n");
     (void)flushOutput();
+}
+
+// On a terminal, until the result stands in its place. Some checks take minutes.
+void sayRunning(const Check& check) {
+    if (isatty(STDERR_FILENO) == 0 || isatty(STDOUT_FILENO) == 0) return;
+    const std::time_t now = std::time(nullptr);
+    say("     {:26} since {:%H:%M:%S}\r", check.name, fmt::localtime(now));
 }
 
 CheckResult run(const Check& check, const validate::Subject& subject) {
@@ -85,6 +97,7 @@ int runChecks(const ValidateOptions& options, const std::vector<Check>& checks) 
     Json all = Json::array();
     std::size_t failed = 0;
     for (const Check& check : checks) {
+        sayRunning(check);
         const CheckResult result = run(check, options.subject);
         failed += !result.passed();
         if (!options.json) {

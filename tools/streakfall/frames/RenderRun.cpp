@@ -60,8 +60,7 @@ RenderRun::RenderRun(const RenderOptions& options, EffectSession& session,
 
 int RenderRun::run() {
     const int count = std::min<int>(options_.jobs, static_cast<int>(jobs_.size()));
-    const standin::LayerSize size = options_.input ? form_.size : options_.size;
-    standin::blocks::keep(mostBytesOfFrame(size, form_.depth) * static_cast<std::size_t>(count));
+    standin::blocks::keep(mostBytesOfFrame(size(), form_.depth) * static_cast<std::size_t>(count));
     std::vector<std::thread> threads;
     working_ = count;
     for (int i = 0; i < count; ++i) makers_.push_back(std::make_unique<FrameMaker>(share_));
@@ -73,6 +72,8 @@ int RenderRun::run() {
     if (!options_.report.empty()) report_.write(options_.report, share_, progress_, code);
     return code;
 }
+
+standin::LayerSize RenderRun::size() const { return options_.input ? form_.size : options_.size; }
 
 void RenderRun::checkOutputs() const {
     if (options_.streams()) {
@@ -98,6 +99,12 @@ void RenderRun::sayWhatHolds() {
         "{} bits a channel ({}), written as {}, {}", standin::bitDepth(form_.depth), form_.reason,
         form_.output.label,
         form_.output.alpha == Alpha::kStraight ? "straight alpha" : "premultiplied alpha"));
+    constexpr std::size_t kMiB = 1u << 20;
+    const std::size_t bytes =
+        static_cast<std::size_t>(options_.jobs) * mostBytesOfFrame(size(), form_.depth);
+    if (bytes > 0)
+        progress_.note(fmt::format("{} at once, {} MiB of pictures at most", options_.jobs,
+                                   (bytes + kMiB - 1) / kMiB));
 }
 
 // All files of a run lie in one folder: only the name of a file has the frame's number.
