@@ -1,4 +1,3 @@
-#include <cmath>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -7,6 +6,7 @@
 #include "EffectSession.h"
 #include "EffectText.h"
 #include "Failure.h"
+#include "OptionsDialog.h"
 #include "Say.h"
 #include "ValueOptions.h"
 
@@ -36,30 +36,6 @@ int showDefaults(const DefaultsOptions& options) {
     return 0;
 }
 
-// The effect's options dialog, with this program as the user.
-class Dialog {
-  public:
-    explicit Dialog(standin::Instance& instance) : instance_(instance) {}
-
-    // Opens and closes it, to see what it shows.
-    const StandinDialogWindow& look() {
-        leaveBy(kStandinDialogClose);
-        return instance_.host().dialog().seen;
-    }
-
-    void leaveBy(A_long control) {
-        standin::DialogTalk& talk = instance_.host().dialog();
-        const long before = talk.shown;
-        talk.answer = control;
-        if (const PF_Err code = instance_.openDialog(); code != PF_Err_NONE)
-            fail(Exit::kEffect, "the options dialog answered with code {}", code);
-        if (talk.shown == before) fail(Exit::kEffect, "the effect showed no options dialog");
-    }
-
-  private:
-    standin::Instance& instance_;
-};
-
 bool confirmed(const std::string& file, const StandinDialogWindow& window,
                const StandinDialogControl& button, bool yes) {
     print("{} ({})\n", shownText(window.groupBox.text), file);
@@ -76,26 +52,6 @@ bool confirmed(const std::string& file, const StandinDialogWindow& window,
     return false;
 }
 
-// Points are never stored.
-bool isStored(const ParamInfo& param) { return param.hasValue() && param.type != PF_Param_POINT; }
-
-// The effect does not tell when its file could not be written, so ask it anew what its defaults
-// are. A number goes through six decimals and single precision on its way.
-void checkSaved(standin::Instance& instance, const std::string& file) {
-    standin::Host fresh(instance.host().module(), instance.host().offer());
-    if (const PF_Err code = fresh.start(); code != PF_Err_NONE)
-        fail(Exit::kEffect, "the effect does not start again: code {}", code);
-    for (const ParamInfo& param : fresh.params()) {
-        if (!isStored(param)) continue;
-        const standin::Value wanted = instance.value(param.id);
-        for (std::size_t i = 0; i < wanted.part.size(); ++i) {
-            const double difference = std::abs(wanted.part[i] - param.defaultValue.part[i]);
-            if (difference > 1e-5 + 1e-6 * std::abs(wanted.part[i]))
-                fail(Exit::kOutput, "cannot write {}: \"{}\" did not reach it", file, param.name);
-        }
-    }
-}
-
 int saveDefaults(const DefaultsOptions& options) {
     askForLanguage(options.language);
     EffectSession session(options.module, Defaults::kStored);
@@ -103,12 +59,11 @@ int saveDefaults(const DefaultsOptions& options) {
     for (const std::string& warning : arguments.warnings()) say("note: {}\n", warning);
     standin::Instance instance = session.makeInstance({});
     storeValues(instance, arguments, {});
-    Dialog dialog(instance);
+    OptionsDialog dialog(instance);
     const StandinDialogWindow& window = dialog.look();
     if (!confirmed(session.settingsFile(), window, window.firstButton, options.yes))
         return kDeclined;
-    dialog.leaveBy(kStandinDialogFirstButton);
-    checkSaved(instance, session.settingsFile());
+    dialog.save(session.settingsFile());
     return 0;
 }
 
@@ -116,13 +71,11 @@ int restoreDefaults(const DefaultsOptions& options) {
     askForLanguage(options.language);
     EffectSession session(options.module, Defaults::kStored);
     standin::Instance instance = session.makeInstance({});
-    Dialog dialog(instance);
+    OptionsDialog dialog(instance);
     const StandinDialogWindow& window = dialog.look();
     if (!confirmed(session.settingsFile(), window, window.secondButton, options.yes))
         return kDeclined;
-    dialog.leaveBy(kStandinDialogSecondButton);
-    if (std::filesystem::exists(session.settingsFile()))
-        fail(Exit::kOutput, "cannot remove {}", session.settingsFile());
+    dialog.restore(session.settingsFile());
     return 0;
 }
 

@@ -91,18 +91,6 @@ Json defaultJson(const ParamInfo& param) {
     }
 }
 
-// In both languages; null for the ends of groups.
-Json wordsJson(const ParamInfo& param) {
-    Json both;
-    for (const Language language : {Language::kEnglish, Language::kJapanese})
-        if (const ControlWords* words = wordsOf(param.id, language))
-            both[languageCode(language)] = {{"what", words->what},
-                                            {"unit", words->unit},
-                                            {"with", words->with},
-                                            {"hint", words->hint}};
-    return both;
-}
-
 void printJson(const std::vector<ParamInfo>& params, const Panel& panel) {
     Json list = Json::array();
     for (const ParamInfo& param : params) {
@@ -122,7 +110,7 @@ void printJson(const std::vector<ParamInfo>& params, const Panel& panel) {
             entry["value"] = panel.value(param);
             entry["live"] = panel.live(param);
         }
-        entry["words"] = wordsJson(param);
+        entry["words"] = wordsJson(param.id);
         list.push_back(std::move(entry));
     }
     print("{}\n", list.dump(2));

@@ -68,6 +68,10 @@ standin::Instance EffectSession::makeInstance(standin::LayerSize layer) {
     }
 }
 
+std::vector<standin::ParamInfo> EffectSession::announcedNow(Defaults defaults) {
+    return tool::announcedNow(module_, offerFor(defaults));
+}
+
 std::string EffectSession::settingsFile() const {
     return std::filesystem::path(module_.path()).replace_extension("ini").string();
 }
@@ -82,6 +86,14 @@ std::string EffectSession::version() const {
     return fmt::format("{}.{}.{}", version.major, version.minor, version.bugFix);
 }
 
+std::vector<standin::ParamInfo> announcedNow(standin::Module& module,
+                                             const standin::HostOffer& offer) {
+    standin::Host fresh(module, offer);
+    if (const PF_Err code = fresh.start(); code != PF_Err_NONE)
+        fail(Exit::kEffect, "the effect does not start again: code {}", code);
+    return fresh.params();
+}
+
 A_long timeOf(int frame, const FrameRate& rate, std::string_view what) {
     const std::int64_t time = static_cast<std::int64_t>(frame) * rate.timeStep;
     if (std::abs(time) > std::numeric_limits<A_long>::max())
@@ -89,14 +101,18 @@ A_long timeOf(int frame, const FrameRate& rate, std::string_view what) {
     return static_cast<A_long>(time);
 }
 
+standin::Value valueOn(const ParamKeys& keys, const ParamKey& key, standin::LayerSize layer) {
+    standin::Value value = key.value.on(layer);
+    if (keys.madeFor)  // numbers alone are fitted, and a number is the first part
+        value.part[0] = fitted(value.part[0], fitOf(keys.param->id), *keys.madeFor, layer);
+    return value;
+}
+
 void storeValues(standin::Instance& instance, const ParamArguments& arguments,
                  const FrameRate& rate) {
     for (const auto& [index, keys] : arguments.values()) {
         for (const auto& [frame, key] : keys.byFrame) {
-            standin::Value value = key.value.on(instance.layer());
-            if (keys.madeFor)  // numbers alone are fitted, and a number is the first part
-                value.part[0] =
-                    fitted(value.part[0], fitOf(keys.param->id), *keys.madeFor, instance.layer());
+            const standin::Value value = valueOn(keys, key, instance.layer());
             if (!keys.keyed)
                 instance.storeValue(keys.param->id, value);
             else

@@ -32,6 +32,10 @@ class EffectSession {
     // frames of several instances may be rendered at once. Throws Failure (effect).
     [[nodiscard]] standin::Instance makeInstance(standin::LayerSize layer);
 
+    // The parameters as the effect announces them now: with its stored defaults as they are, or its
+    // own. Not while frames are drawn. Throws Failure (effect).
+    [[nodiscard]] std::vector<standin::ParamInfo> announcedNow(Defaults defaults);
+
     // Where the effect keeps saved defaults: beside the module, under its name.
     [[nodiscard]] std::string settingsFile() const;
     // The section of that file which holds this version's values.
@@ -45,6 +49,10 @@ class EffectSession {
     std::mutex making_;
 };
 
+// As a host on this module would get them, if it started now.
+[[nodiscard]] std::vector<standin::ParamInfo> announcedNow(standin::Module& module,
+                                                           const standin::HostOffer& offer);
+
 // Time runs in steps: frame n stands at n * timeStep / timeScale seconds.
 struct FrameRate {
     A_u_long timeScale = 24;
@@ -54,6 +62,11 @@ struct FrameRate {
 // The host's time of a frame. Throws Failure (usage) that names `what` when the host has no such
 // time.
 [[nodiscard]] A_long timeOf(int frame, const FrameRate& rate, std::string_view what);
+
+// A value as the host keeps it on that layer: percents taken of it, and what a look was made for
+// another frame with fitted to it.
+[[nodiscard]] standin::Value valueOn(const ParamKeys& keys, const ParamKey& key,
+                                     standin::LayerSize layer);
 
 // Stores the values in the instance, without telling the effect, as a project does that is
 // opened. Throws Failure (usage) for a key past the end of time.

@@ -17,16 +17,16 @@ std::string answerText(const standin::FrameResult& result) {
 
 }  // namespace
 
-DrawnFrame FrameRenderer::draw(FrameTask task) {
+DrawnFrame drawOn(standin::Instance& instance, const FrameSettings& settings, FrameTask task) {
     bool ended = false;
     standin::FrameRequest request;
-    request.road = settings_.road;
+    request.road = settings.road;
     request.input = std::move(task.input);
     request.sharedInput = task.sharedInput;
-    request.currentTime = timeOf(task.frame, settings_.rate, "--frames");
-    request.timeStep = settings_.rate.timeStep;
-    request.timeScale = settings_.rate.timeScale;
-    request.downsampleX = request.downsampleY = {1, static_cast<A_u_long>(settings_.divisor)};
+    request.currentTime = timeOf(task.frame, settings.rate, "--frames");
+    request.timeStep = settings.rate.timeStep;
+    request.timeScale = settings.rate.timeScale;
+    request.downsampleX = request.downsampleY = {1, static_cast<A_u_long>(settings.divisor)};
     // The effect's reports may go past their total.
     request.onProgress = [&](A_long done, A_long total) {
         const double part = total > 0 ? std::clamp(static_cast<double>(done) / total, 0.0, 1.0) : 0;
@@ -37,11 +37,16 @@ DrawnFrame FrameRenderer::draw(FrameTask task) {
         ended = ended || (task.isCancelled && task.isCancelled());
         return ended;
     };
-    standin::FrameResult result = standin::renderFrame(instanceFor(task.layer), request);
+    standin::FrameResult result = standin::renderFrame(instance, request);
     if (ended) return {};
     if (result.code != PF_Err_NONE || !result.rendered || result.output.empty())
         fail(Exit::kEffect, "the effect {}", answerText(result));
     return {std::move(result.output), result.renderSeconds - result.transferSeconds};
+}
+
+DrawnFrame FrameRenderer::draw(FrameTask task) {
+    standin::Instance& instance = instanceFor(task.layer);
+    return drawOn(instance, settings_, std::move(task));
 }
 
 standin::Instance& FrameRenderer::instanceFor(standin::LayerSize layer) {

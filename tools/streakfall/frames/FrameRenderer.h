@@ -34,6 +34,11 @@ struct DrawnFrame {
     double effectSeconds = 0;  // in the effect's own commands
 };
 
+// On an instance that the caller keeps; the task's layer counts for nothing. Throws Failure
+// (effect) with the code that the effect answered.
+[[nodiscard]] DrawnFrame drawOn(standin::Instance& instance, const FrameSettings& settings,
+                                FrameTask task);
+
 class FrameRenderer {
   public:
     // All must outlive the renderer.
@@ -41,7 +46,7 @@ class FrameRenderer {
                   const FrameSettings& settings)
         : session_(session), arguments_(arguments), settings_(settings) {}
 
-    // Throws Failure (effect) with the code that the effect answered.
+    // As drawOn, on the instance for the task's layer.
     [[nodiscard]] DrawnFrame draw(FrameTask task);
 
     // The instance for a layer of this size, with the values stored in it.

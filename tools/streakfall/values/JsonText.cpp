@@ -26,6 +26,9 @@ std::string placeOf(std::string_view text, std::size_t byte) {
     return fmt::format("line {}, column {}", line, column);
 }
 
+// What walks a value calls itself for what is in it, and the stack has an end.
+constexpr int kDeepest = 32;
+
 }  // namespace
 
 Json parseJson(const std::string& source) {
@@ -33,7 +36,8 @@ Json parseJson(const std::string& source) {
     if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
     std::vector<std::set<std::string>> keys;  // of the objects that are open
     std::string lastKey;
-    const auto watch = [&](int, Json::parse_event_t event, Json& parsed) {
+    const auto watch = [&](int depth, Json::parse_event_t event, Json& parsed) {
+        if (depth > kDeepest) failUsage("nested deeper than {}", kDeepest);
         if (event == Json::parse_event_t::object_start) keys.emplace_back();
         if (event == Json::parse_event_t::object_end) keys.pop_back();
         if (event == Json::parse_event_t::key) {
@@ -49,6 +53,21 @@ Json parseJson(const std::string& source) {
     } catch (const Json::out_of_range&) {
         fail(Exit::kUsage, "\"{}\": the number is too large", lastKey);
     }
+}
+
+std::string plainText(const Json& value, std::string_view name) {
+    if (value.is_string()) return value.get<std::string>();
+    if (value.is_boolean()) return value.get<bool>() ? "on" : "off";
+    if (value.is_number()) return value.dump();
+    if (!value.is_array())
+        failUsage("\"{}\": {} is no value; write a number, a text, true, false or a list", name,
+                  value.dump());
+    std::string text;
+    for (const Json& part : value) {
+        if (!text.empty()) text += ',';
+        text += plainText(part, name);
+    }
+    return text;
 }
 
 }  // namespace tool

@@ -3,7 +3,6 @@
 #include "Failure.h"
 #include "FrameList.h"
 #include "JsonText.h"
-#include "Look.h"
 #include "Text.h"
 #include "TextFile.h"
 
@@ -14,22 +13,6 @@ using standin::ParamInfo;
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-// A JSON value as the text that --set takes.
-std::string plainText(const Json& value, std::string_view name) {
-    if (value.is_string()) return value.get<std::string>();
-    if (value.is_boolean()) return value.get<bool>() ? "on" : "off";
-    if (value.is_number()) return value.dump();
-    if (!value.is_array())
-        failUsage("\"{}\": {} is no value; write a number, a text, true, false or a list", name,
-                  value.dump());
-    std::string text;
-    for (const Json& part : value) {
-        if (!text.empty()) text += ',';
-        text += plainText(part, name);
-    }
-    return text;
-}
 
 int parseKeyFrame(std::string_view text, std::string_view name) {
     const auto frame = parseInt(text);
@@ -61,7 +44,8 @@ ParamKey parseKey(const ParamInfo& param, std::string_view text) {
 ParamArguments::ParamArguments(const ParamLookup& lookup, std::string_view section,
                                const ParamTexts& texts)
     : lookup_(lookup), section_(section) {
-    for (const std::string& look : texts.looks) addLook(look);
+    for (const std::string& look : texts.looks) addLook(loadLook(look));
+    for (const Look& look : texts.readLooks) addLook(look);
     for (const std::string& path : texts.files) addFile(path);
     for (const std::string& text : texts.sets) addSet(text);
     for (const std::string& text : texts.keys) addKey(text);
@@ -75,8 +59,7 @@ std::vector<std::string> ParamArguments::warnings() const {
     return lines;
 }
 
-void ParamArguments::addLook(const std::string& keyOrPath) {
-    const Look look = loadLook(keyOrPath);
+void ParamArguments::addLook(const Look& look) {
     ParamArguments own(*this);
     own.values_.clear();
     own.addJson(look.values);

@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Look.h"
 #include "ParamLookup.h"
 #include "ParamValue.h"
 
@@ -22,6 +23,7 @@ struct ParamTexts {
     std::vector<std::string> sets;     // --set "Name=value"
     std::vector<std::string> keys;     // --key "Name@1=0,@24=200:ease"
     std::vector<std::string> looks{};  // --look: keys of those that ship, or files
+    std::vector<Look> readLooks{};     // behind those, looks that were read already
 };
 
 struct ParamKey {
@@ -55,7 +57,7 @@ class ParamArguments {
     [[nodiscard]] nlohmann::ordered_json toJson() const;
 
   private:
-    void addLook(const std::string& keyOrPath);
+    void addLook(const Look& look);
     void addFile(const std::string& path);
     void addJson(const std::string& text);
     void addJsonKeys(const standin::ParamInfo& param, const nlohmann::ordered_json& keys);

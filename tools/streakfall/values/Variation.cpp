@@ -37,22 +37,16 @@ std::optional<Values> parseRange(std::string_view text) {
     return values;
 }
 
-// "12 throws": places all over the parameter's range, by the golden section, of which no two come
-// near each other and which stay the same when more of them are asked for.
+// "12 throws": the same ones when more of them are asked for.
 std::optional<Values> parseThrows(const ParamInfo& param, std::string_view text) {
     constexpr std::string_view kWord = "throws";
-    constexpr double kGolden = 0.6180339887498949;
     if (!text.ends_with(kWord)) return std::nullopt;
     const auto count = parseInt(text.substr(0, text.size() - kWord.size()));
-    if (!count || param.type != PF_Param_SLIDER || !param.steps())
+    if (!count || !isSeed(param))
         failUsage("--vary: \"{}\" is for \"Random Seed\": \"Random Seed=12 throws\"", text);
     checkCount(*count, text);
     Values values;
-    for (int i = 1; i <= *count; ++i) {
-        const double place = std::fmod(i * kGolden, 1.0);
-        values.push_back(fmt::format(
-            "{}", std::round(param.validMin + place * (param.validMax - param.validMin))));
-    }
+    for (const double seed : farApart(param, 0, *count)) values.push_back(fmt::format("{}", seed));
     return values;
 }
 
@@ -66,6 +60,19 @@ Values parseList(std::string_view text) {
 }
 
 }  // namespace
+
+bool isSeed(const ParamInfo& param) { return param.type == PF_Param_SLIDER && param.steps(); }
+
+// By the golden section.
+std::vector<double> farApart(const ParamInfo& seed, int from, int count) {
+    constexpr double kGolden = 0.6180339887498949;
+    std::vector<double> places;
+    for (int i = from + 1; i <= from + count; ++i) {
+        const double place = std::fmod(i * kGolden, 1.0);
+        places.push_back(std::round(seed.validMin + place * (seed.validMax - seed.validMin)));
+    }
+    return places;
+}
 
 Variation parseVariation(const ParamLookup& lookup, std::string_view text) {
     const auto equals = text.find('=');

@@ -21,6 +21,13 @@ struct Variation {
     std::vector<std::string> values;  // as --set takes them; one at least
 };
 
+// True for the kind of parameter that farApart is for.
+[[nodiscard]] bool isSeed(const standin::ParamInfo& param);
+
+// Places from + 1 to from + count of an endless list of whole numbers all over a seed's range, of
+// which no two near each other in the list come near each other in the range.
+[[nodiscard]] std::vector<double> farApart(const standin::ParamInfo& seed, int from, int count);
+
 // Throws Failure (usage) that names the text.
 [[nodiscard]] Variation parseVariation(const ParamLookup& lookup, std::string_view text);
 

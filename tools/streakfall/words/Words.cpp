@@ -82,6 +82,17 @@ const ControlWords* wordsOf(int id, Language language) {
     return &found->second.words[static_cast<std::size_t>(language)];
 }
 
+nlohmann::ordered_json wordsJson(int id) {
+    nlohmann::ordered_json both;
+    for (const Language language : {Language::kEnglish, Language::kJapanese})
+        if (const ControlWords* words = wordsOf(id, language))
+            both[std::string(languageCode(language))] = {{"what", words->what},
+                                                         {"unit", words->unit},
+                                                         {"with", words->with},
+                                                         {"hint", words->hint}};
+    return both;
+}
+
 Fit fitOf(int id) {
     const auto found = wordsFile().params.find(id);
     return found == wordsFile().params.end() ? Fit::kStays : found->second.fit;

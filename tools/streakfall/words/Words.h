@@ -2,6 +2,7 @@
 // by the parameter's fixed id.
 #pragma once
 
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,6 +34,9 @@ struct WordLabels {
 
 // Null for an id without words: the ends of groups have no name and none of these.
 [[nodiscard]] const ControlWords* wordsOf(int id, Language language);
+
+// Those of both languages, as {"en": {"what": ...}, "ja": ...}; null for an id without words.
+[[nodiscard]] nlohmann::ordered_json wordsJson(int id);
 
 // How a value follows when a look that was made for one frame is used on another, whose sides are
 // k times as long.
