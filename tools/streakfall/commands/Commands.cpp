@@ -6,8 +6,8 @@ namespace {
 
 // In the order of --help.
 constexpr void (*kCommands[])(CLI::App& program, int& result) = {
-    addRenderCommand, addParamsCommand,   addExplainCommand, addLooksCommand,
-    addSheetCommand,  addDefaultsCommand, addAboutCommand,   addValidateCommand,
+    addRenderCommand,   addParamsCommand, addExplainCommand, addLooksCommand,    addSheetCommand,
+    addDefaultsCommand, addAboutCommand,  addPanelCommand,   addValidateCommand,
 };
 
 }  // namespace

@@ -16,6 +16,7 @@ void addLooksCommand(CLI::App& program, int& result);
 void addSheetCommand(CLI::App& program, int& result);
 void addDefaultsCommand(CLI::App& program, int& result);
 void addAboutCommand(CLI::App& program, int& result);
+void addPanelCommand(CLI::App& program, int& result);
 void addValidateCommand(CLI::App& program, int& result);
 
 }  // namespace tool
