@@ -7,7 +7,7 @@ namespace {
 // In the order of --help.
 constexpr void (*kCommands[])(CLI::App& program, int& result) = {
     addRenderCommand,   addParamsCommand, addExplainCommand, addLooksCommand,    addSheetCommand,
-    addDefaultsCommand, addAboutCommand,  addPanelCommand,   addValidateCommand,
+    addDefaultsCommand, addAboutCommand,  addPanelCommand,   addValidateCommand, addManualCommand,
 };
 
 }  // namespace

@@ -18,5 +18,6 @@ void addDefaultsCommand(CLI::App& program, int& result);
 void addAboutCommand(CLI::App& program, int& result);
 void addPanelCommand(CLI::App& program, int& result);
 void addValidateCommand(CLI::App& program, int& result);
+void addManualCommand(CLI::App& program, int& result);
 
 }  // namespace tool

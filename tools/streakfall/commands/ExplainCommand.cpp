@@ -66,7 +66,7 @@ void addExplainCommand(CLI::App& program, int& result) {
     CLI::App* command = program.add_subcommand(
         "explain", "Tell what controls do to the picture, all or those named");
     const auto options = std::make_shared<ExplainOptions>();
-    command->add_option("name", options->names, "Controls, by name or fixed id")->type_name("");
+    command->add_option("CONTROL", options->names, "Controls, by name or fixed id")->type_name("");
     addModuleOption(*command, options->module);
     addLanguageOption(*command, options->language);
     command->callback([options, &result] { result = explainAll(*options); });

@@ -49,13 +49,13 @@ void addLooksCommand(CLI::App& program, int& result) {
     CLI::App* command = program.add_subcommand(
         "looks", "List the looks that ship, or print one as a file to\nstart from");
     const auto options = std::make_shared<LooksOptions>();
-    command->add_option("name", options->key, "The look to print")->type_name("");
+    command->add_option("LOOK", options->key, "The look to print")->type_name("");
     command
         ->add_option("--from", options->from,
                      "Print the look that a rendered picture, or what\n\"params --json\" printed, "
                      "was made with")
         ->type_name("FILE")
-        ->excludes("name");
+        ->excludes("LOOK");
     addLanguageOption(*command, options->language);
     command->callback([options, &result] { result = showLooks(*options); });
 }

@@ -2,6 +2,7 @@
 #include <memory>
 
 #include "Commands.h"
+#include "ExitMeanings.h"
 #include "FrameList.h"
 #include "Interrupt.h"
 #include "RenderRun.h"
@@ -22,10 +23,7 @@ constexpr char kExamples[] =
     "\n"
     "Memory, at most: jobs x (4 x width x height x (4, 8 or 16 bytes, by the depth)\n"
     "+ 2 x the file that is written), and 100 MB for the rest.\n"
-    "\n"
-    "Exit codes: 0 all frames written or validly skipped, 1 some frames failed, 2 usage,\n"
-    "3 no input could be read, 4 output (the run stops there), 5 effect or host (likewise),\n"
-    "128 + N ended by signal N.";
+    "\n";
 
 // An option with a text behind it.
 CLI::Option* add(CLI::App& command, const char* group, const char* name, std::string& text,
@@ -44,9 +42,9 @@ void addFileOptions(CLI::App& command, RenderTexts& texts) {
         "By the ending: PNG (8 or 16 bits), TIFF (8, 16 or\n"
         "float) or EXR (float or half); - for a stream")
         ->required();
-    add(command, kGroup, "--format", texts.format, "FORM",
-        "Of a stream: png, one behind another, or rgba, raw\n"
-        "samples of 8 bits, 16 (little end first) above that");
+    add(command, kGroup, "--format", texts.format, "png|rgba",
+        "Of a stream: PNGs one behind another, or raw samples\n"
+        "of 8 bits, 16 (little end first) above that");
     add(command, kGroup, "-f,--frames", texts.frames, "LIST",
         "5, 1-10, -8--5, 1-10x2 or 1-10:2, 10-1, and lists\n"
         "with commas; else all that the input pattern finds");
@@ -55,12 +53,12 @@ void addFileOptions(CLI::App& command, RenderTexts& texts) {
     add(command, kGroup, "--size", texts.size, "WxH",
         "Without input: an empty opaque frame of this size");
     add(command, kGroup, "--layer", texts.layer, "NAME", "Of an EXR with several layers or parts");
-    add(command, kGroup, "--missing", texts.missing, "WHAT",
-        "Input files that are not there: error, black, hold\n"
-        "(the nearest before) or skip");
-    add(command, kGroup, "--existing", texts.existing, "WHAT",
-        "Output files that are there: overwrite, skip (when\n"
-        "whole, and made from the same) or error");
+    add(command, kGroup, "--missing", texts.missing, "error|black|hold|skip",
+        "Input files that are not there; hold takes the\n"
+        "nearest before");
+    add(command, kGroup, "--existing", texts.existing, "overwrite|skip|error",
+        "Output files that are there; skip those that are\n"
+        "whole and made from the same");
     add(command, kGroup, "--report", texts.report, "FILE",
         "Writes what became of each frame, as JSON");
     command.add_flag("--dry-run", texts.dryRun, "Print frames and files, and render nothing")
@@ -69,11 +67,11 @@ void addFileOptions(CLI::App& command, RenderTexts& texts) {
 
 void addPictureOptions(CLI::App& command, RenderTexts& texts) {
     constexpr char kGroup[] = "Picture (what is not given comes from the input)";
-    add(command, kGroup, "--depth", texts.depth, "BITS", "Bits a channel: 8, 16 or 32");
+    add(command, kGroup, "--depth", texts.depth, "8|16|32", "Bits a channel");
     command.add_flag("--half", texts.half, "EXR: half floats in place of floats")->group(kGroup);
-    add(command, kGroup, "--alpha", texts.alpha, "WHAT",
-        "Colour in the output: straight or premultiplied; else\n"
-        "premultiplied in EXR, straight in PNG and TIFF");
+    add(command, kGroup, "--alpha", texts.alpha, "straight|premultiplied",
+        "Colour in the output; else premultiplied in EXR,\n"
+        "straight in PNG and TIFF");
     add(command, kGroup, "--compression", texts.compression, "NAME[:LEVEL]",
         "PNG: zip:0 to zip:9 [zip:1]; TIFF: none, lzw, zip,\n"
         "packbits [zip]; EXR: none, rle, zip, zips, piz, pxr24,\n"
@@ -81,8 +79,8 @@ void addPictureOptions(CLI::App& command, RenderTexts& texts) {
     add(command, kGroup, "--scale", texts.scale, "1/N", "Render at 1/N of the size");
     add(command, kGroup, "--fps", texts.fps, "RATE",
         "Frames a second: 24, 29.97, 30000/1001; else the\ninput's, or 24");
-    add(command, kGroup, "--road", texts.road, "ROAD",
-        "The host's way of asking for a frame: smart, or\nlegacy (8 and 16 bits)");
+    add(command, kGroup, "--road", texts.road, "smart|legacy",
+        "The host's way of asking for a frame; legacy has\n8 and 16 bits");
 }
 
 void addRunOptions(CLI::App& command, RenderTexts& texts) {
@@ -90,8 +88,8 @@ void addRunOptions(CLI::App& command, RenderTexts& texts) {
     add(command, kGroup, "-j,--jobs", texts.jobs, "N",
         "Frames at once, the machine's cores by default; the\n"
         "files are the same for every N. See Memory below");
-    add(command, kGroup, "--progress", texts.progress, "STYLE",
-        "On standard error: auto (a bar on a terminal), bar,\nplain, json or none");
+    add(command, kGroup, "--progress", texts.progress, "auto|bar|plain|json|none",
+        "On standard error; auto is a bar on a terminal, else\nplain");
     command
         .add_flag("-q,--quiet", texts.quiet, "Nothing but errors, and values that are out of range")
         ->group(kGroup);
@@ -151,7 +149,7 @@ void addRenderCommand(CLI::App& program, int& result) {
         ->group("Parameters");
     addPictureOptions(*command, *texts);
     addRunOptions(*command, *texts);
-    command->footer(kExamples);
+    command->footer(kExamples + exitCodesText());
     command->callback([texts, &result] { result = render(*texts); });
 }
 

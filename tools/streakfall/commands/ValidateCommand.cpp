@@ -136,7 +136,7 @@ void addValidateCommand(CLI::App& program, int& result) {
     const auto options = std::make_shared<ValidateOptions>();
     command
         ->add_option("MODULE", options->module,
-                     "The effect module; else the one beside this program")
+                     "The effect module; else the one that came with this program")
         ->type_name("");
     command->add_option("--level", options->level, "From 1, at once, to 10, all there is [5]")
         ->type_name("N")

@@ -20,14 +20,14 @@ void addRepeated(CLI::App& command, const char* name, std::vector<std::string>& 
 }  // namespace
 
 void addModuleOption(CLI::App& command, std::string& path) {
-    command.add_option("--module", path, "The effect module; else the one beside this program")
+    command.add_option("--module", path, "The effect module; else the one that came with this program")
         ->type_name("FILE");
 }
 
 void addLanguageOption(CLI::App& command, std::string& language) {
-    command.add_option("--lang", language, "Language of the effect's texts: ja or en")
-        ->type_name("LANG")
-        ->check(CLI::IsMember({"ja", "en"}));
+    command.add_option("--lang", language, "Language of the effect's texts")
+        ->type_name("ja|en")
+        ->check(CLI::IsMember({"ja", "en"}).description(""));
 }
 
 void addValueOptions(CLI::App& command, ParamTexts& texts, bool overTime) {

@@ -2,6 +2,7 @@
 #include "Commands.h"
 #include "Failure.h"
 #include "Say.h"
+#include "Version.h"
 
 namespace {
 
@@ -22,8 +23,8 @@ int answer(const CLI::App& program, const CLI::Success& asked) {
 
 int run(int argc, char** argv) {
     CLI::App program("Draws comic-style streak lines on pictures and sequences.", "streakfall");
-    program.set_version_flag("-V,--version", "streakfall " STREAKFALL_VERSION,
-                             "Print the program's version");
+    program.set_version_flag("-V,--version", tool::versionText,
+                             "Print version, commit and what this build runs on");
     program.require_subcommand(0, 1);
     program.get_formatter()->column_width(32);
     int result = 0;

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "Compressions.h"
 #include "Failure.h"
 #include "Text.h"
 
@@ -40,21 +41,6 @@ std::string labelOf(const std::string& format, OIIO::TypeDesc type) {
                        : type == OIIO::TypeDesc::HALF   ? "half"
                                                         : "float";
     return fmt::format("{} {}", name, bits);
-}
-
-// The compressions of a format, and the levels of those that have any.
-struct Compression {
-    const char* name;
-    int least, most;  // 0, 0: no levels
-};
-
-std::vector<Compression> compressionsOf(const std::string& format) {
-    if (format == "png") return {{"zip", 0, 9}, {"none", 0, 0}};
-    if (format == "tiff") return {{"none", 0, 0}, {"lzw", 0, 0}, {"zip", 1, 9}, {"packbits", 0, 0}};
-    if (format == "openexr")
-        return {{"none", 0, 0},  {"rle", 0, 0}, {"zip", 0, 0},  {"zips", 0, 0},   {"piz", 0, 0},
-                {"pxr24", 0, 0}, {"b44", 0, 0}, {"b44a", 0, 0}, {"dwaa", 1, 500}, {"dwab", 1, 500}};
-    return {};
 }
 
 void chooseCompression(OutputForm& form, const std::string& text) {

@@ -4,11 +4,14 @@
 #include <filesystem>
 #include <limits>
 #include <system_error>
+#include <vector>
 
 #include "Failure.h"
 #include "Look.h"
 
 namespace tool {
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -23,32 +26,53 @@ Version unpack(A_u_long word) {
     return {(word >> 19 & 7) | (word >> 26 & 15) << 3, word >> 15 & 15, word >> 11 & 15};
 }
 
-// The effect looks for stored values beside the module, wherever the host says that this is. There
-// can be no file below a device.
-standin::HostOffer offerFor(Defaults defaults) {
+standin::HostOffer offerOf(Defaults defaults, const std::string& toldPath) {
     standin::HostOffer offer;
     offer.guardBytes = 0;
     offer.watchPixels = false;
-    if (defaults == Defaults::kOwn) offer.modulePath = fmt::format("/dev/null/{}", kModuleName);
+    // The effect looks for stored values beside the module. There can be no file below a device.
+    offer.modulePath =
+        defaults == Defaults::kOwn ? fmt::format("/dev/null/{}", kModuleName) : toldPath;
     return offer;
+}
+
+fs::path programFolder() {
+    std::error_code error;
+    return fs::read_symlink("/proc/self/exe", error).parent_path();
+}
+
+fs::path installedModule() {
+    return (programFolder() / STREAKFALL_MODULE_FOLDER / kModuleName).lexically_normal();
+}
+
+fs::path settingsFolder() {
+    const auto folder = [](const char* variable) {
+        const char* value = std::getenv(variable);
+        return fs::path(value != nullptr ? value : "");
+    };
+    const fs::path own = folder("XDG_CONFIG_HOME");
+    return (own.is_absolute() ? own : folder("HOME") / ".config") / "streakfall";
 }
 
 }  // namespace
 
 std::string locateModule(const std::string& given) {
     std::error_code error;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-    const std::filesystem::path path =
-        given.empty() ? program.parent_path() / kModuleName : std::filesystem::path(given);
-    if (!std::filesystem::exists(path, error))
-        fail(Exit::kEffect, "there is no effect module {}{}", path.string(),
-             given.empty() ? "; name it with --module" : "");
-    return std::filesystem::absolute(path).string();
+    const fs::path beside = programFolder() / kModuleName;
+    for (const fs::path& path :
+         given.empty() ? std::vector{beside, installedModule()} : std::vector{fs::path(given)})
+        if (fs::exists(path, error)) return fs::absolute(path).string();
+    if (!given.empty()) fail(Exit::kEffect, "there is no effect module {}", given);
+    fail(Exit::kEffect, "there is no effect module {}, nor {}; name it with --module",
+         beside.string(), installedModule().string());
 }
 
 EffectSession::EffectSession(const std::string& modulePath, Defaults defaults) try
     : module_(locateModule(modulePath)),
-      host_(std::make_unique<standin::Host>(module_, offerFor(defaults))) {
+      toldPath_(modulePath.empty() && module_.path() == installedModule()
+                    ? settingsFolder() / kModuleName
+                    : fs::path(module_.path())),
+      host_(std::make_unique<standin::Host>(module_, offerOf(defaults, toldPath_))) {
     if (const PF_Err code = host_->start(); code != PF_Err_NONE)
         fail(Exit::kEffect, "the effect does not start: code {}", code);
 } catch (const standin::ModuleError& error) {
@@ -69,11 +93,11 @@ standin::Instance EffectSession::makeInstance(standin::LayerSize layer) {
 }
 
 std::vector<standin::ParamInfo> EffectSession::announcedNow(Defaults defaults) {
-    return tool::announcedNow(module_, offerFor(defaults));
+    return tool::announcedNow(module_, offerOf(defaults, toldPath_));
 }
 
 std::string EffectSession::settingsFile() const {
-    return std::filesystem::path(module_.path()).replace_extension("ini").string();
+    return fs::path(toldPath_).replace_extension("ini").string();
 }
 
 std::string EffectSession::settingsSection() const {

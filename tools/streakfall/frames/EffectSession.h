@@ -13,7 +13,7 @@
 namespace tool {
 
 // Absolute path of the effect module: the given one, or when that is empty the one beside the
-// program. Throws Failure (effect) when there is none.
+// program, or the one that was installed with it. Throws Failure (effect) when there is none.
 [[nodiscard]] std::string locateModule(const std::string& given);
 
 // What new instances open with: the values that the options dialog stored beside the module, or
@@ -36,7 +36,8 @@ class EffectSession {
     // own. Not while frames are drawn. Throws Failure (effect).
     [[nodiscard]] std::vector<standin::ParamInfo> announcedNow(Defaults defaults);
 
-    // Where the effect keeps saved defaults: beside the module, under its name.
+    // Where the effect keeps saved defaults: beside the module, under its name; of an installed
+    // module, whose folder is not the user's to write to, in the user's own for settings.
     [[nodiscard]] std::string settingsFile() const;
     // The section of that file which holds this version's values.
     [[nodiscard]] std::string settingsSection() const;
@@ -45,6 +46,7 @@ class EffectSession {
 
   private:
     standin::Module module_;
+    std::string toldPath_;  // where the effect is told that its module is
     std::unique_ptr<standin::Host> host_;
     std::mutex making_;
 };

@@ -23,6 +23,8 @@ const StandinDialogWindow& OptionsDialog::look() {
 }
 
 void OptionsDialog::save(const std::string& file) {
+    std::error_code ignored;  // checkSaved tells
+    std::filesystem::create_directories(std::filesystem::path(file).parent_path(), ignored);
     leaveBy(kStandinDialogFirstButton);
     checkSaved(file);
 }
