@@ -4,7 +4,6 @@ if(WIN32)
   install(CODE "message(FATAL_ERROR \"The Windows module is packed by scripts/package.\")")
   return()
 endif()
-set(CMAKE_INSTALL_DOCDIR share/doc/streakfall CACHE PATH "documents")
 include(GNUInstallDirs)
 
 # A path that counts from the prefix, or the whole one it was given.
@@ -49,4 +48,4 @@ install(FILES ${manual_folder}/streakfall.fish
   DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 install(DIRECTORY looks DESTINATION ${CMAKE_INSTALL_DATADIR}/streakfall FILES_MATCHING PATTERN *.json)
 install(FILES docs/guide/guide-en.html docs/guide/guide-ja.html CHANGELOG.md
-  DESTINATION ${CMAKE_INSTALL_DOCDIR})
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/streakfall)
