@@ -1,6 +1,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <future>
 #include <memory>
 #include <thread>
 
@@ -46,6 +47,17 @@ void keepMemory(standin::LayerSize layer) {
     useOneThreadEach();
 }
 
+// The picture that every page begins with, while the browser starts. What goes wrong is told to who
+// asks for it.
+std::future<void> readAhead(panel::Studio& studio) {
+    return std::async(std::launch::async, [&studio] {
+        try {
+            (void)studio.backdrops().picture(panel::Backdrop::kInput, studio.frames()[0], 1);
+        } catch (const std::exception&) {
+        }
+    });
+}
+
 void waitForSignal(panel::Panel& panel) {
     constexpr std::chrono::milliseconds kLook(50);
     while (interruptSignal() == 0) {
@@ -59,7 +71,7 @@ void waitForSignal(panel::Panel& panel) {
 void endSoon(panel::Panel& panel, panel::Server& server) {
     constexpr std::chrono::milliseconds kPatience(600);
     panel.end();
-    if (server.stop(kPatience)) return;
+    if (server.stop(kPatience) && panel.rests()) return;
     (void)flushOutput();
     _exit(0);
 }
@@ -77,6 +89,7 @@ int serve(PanelTexts& texts) {
                        {{"en", english.take()}, {"ja", japanese.take()}});
     keepMemory(panel.studio().layer());
     watchSignals();
+    const auto firstPicture = readAhead(panel.studio());
     panel::Server server(panel, texts.port);
     print("Panel: {}\n", panel.guard().address());
     (void)flushOutput();

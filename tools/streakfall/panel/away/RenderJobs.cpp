@@ -144,6 +144,12 @@ std::shared_ptr<RenderJob> RenderJobs::find(const std::string& name) const {
     refuse(Status::kMissing, "there is no such render");
 }
 
+bool RenderJobs::rest() const {
+    const std::lock_guard lock(mutex_);
+    return std::all_of(jobs_.begin(), jobs_.end(),
+                       [](const Named& named) { return named.job->isDone(); });
+}
+
 void RenderJobs::stopAll() {
     const std::lock_guard lock(mutex_);
     for (const Named& named : jobs_) named.job->stop();

@@ -63,6 +63,7 @@ class RenderJobs {
     // Throws Refusal.
     [[nodiscard]] std::shared_ptr<RenderJob> find(const std::string& name) const;
     void stopAll();
+    [[nodiscard]] bool rest() const;
 
   private:
     struct Named {

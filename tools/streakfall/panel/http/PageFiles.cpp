@@ -40,7 +40,8 @@ Answer PageFolder::file(std::string name) const {
 std::optional<std::string> PageFolder::textOf(const std::string& name) const {
     if (!folder_.empty()) {
         for (const auto& entry : fs::recursive_directory_iterator(folder_))
-            if (entry.is_regular_file() && entry.path().lexically_relative(folder_) == name)
+            if (entry.is_regular_file() &&
+                entry.path().lexically_relative(folder_).generic_string() == name)
                 return readTextFile("--page-folder", entry.path().string());
         return std::nullopt;
     }

@@ -104,9 +104,13 @@ std::optional<Answer> Panel::refusalOf(const Ask& ask) {
     try {
         Guard::checkHead(ask);
         return std::nullopt;
-    } catch (const Refusal& refusal) {
-        return answerTo([&]() -> Answer { throw refusal; });
+    } catch (const Refusal& refused) {
+        return answerTo([&] { return refused.answer(); });
     }
+}
+
+Answer Panel::refusal(Status status, const std::string& sentence) {
+    return answerTo([&] { return Refusal(status, sentence).answer(); });
 }
 
 void Panel::end() {
@@ -126,8 +130,7 @@ Answer Panel::handle(const Ask& ask) {
     }
     if (known) refuse(Status::kMethod, "{} is not for this address", ask.method);
     if (path.starts_with("api/")) refuse(Status::kMissing, "there is no such address");
-    if (ask.method != "GET" && ask.method != "HEAD")
-        refuse(Status::kMethod, "{} is not for this address", ask.method);
+    if (ask.method != "GET") refuse(Status::kMethod, "{} is not for this address", ask.method);
     return files_.file(path);
 }
 

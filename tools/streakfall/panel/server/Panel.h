@@ -41,9 +41,13 @@ class Panel {
     [[nodiscard]] Answer answer(const Ask& ask);
     // The same of a request whose body has not been read; nothing when it may be.
     [[nodiscard]] static std::optional<Answer> refusalOf(const Ask& ask);
+    // Of a request that is none.
+    [[nodiscard]] static Answer refusal(Status status, const std::string& sentence);
 
     // Draws and renders leave off, and what comes in is refused.
     void end();
+    // No render runs any more.
+    [[nodiscard]] bool rests() const { return parts_.jobs.rest(); }
 
   private:
     [[nodiscard]] Answer handle(const Ask& ask);

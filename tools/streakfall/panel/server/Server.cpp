@@ -19,7 +19,8 @@ constexpr int kMostRequests = 1'000'000;
 constexpr int kPatience = 5;  // seconds, for a request that comes in slowly
 
 Ask askFrom(const httplib::Request& request) {
-    Ask ask{request.method, request.path, {}, {}, request.body};
+    // The library leaves the body of an answer to HEAD away.
+    Ask ask{request.method == "HEAD" ? "GET" : request.method, request.path, {}, {}, request.body};
     for (const auto& [name, value] : request.headers) ask.headers.emplace(lowered(name), value);
     for (const auto& [name, value] : request.params) ask.query.emplace(name, value);
     return ask;
@@ -59,8 +60,14 @@ void setUp(httplib::Server& server, Panel& panel) {
     server.set_payload_max_length(kMostBodyBytes);
     server.set_pre_routing_handler(
         [](const httplib::Request& request, httplib::Response& response) {
+            // A part of an answer is of no use to a page; the whole is right for any range.
+            const_cast<httplib::Request&>(request).ranges.clear();
             auto refusal = Panel::refusalOf(askFrom(request));
             if (!refusal) return httplib::Server::HandlerResponse::Unhandled;
+            // What is still on its way is no next request.
+            auto& headers = const_cast<httplib::Request&>(request).headers;
+            headers.erase("Connection");
+            headers.emplace("Connection", "close");
             send(std::move(*refusal), response);
             return httplib::Server::HandlerResponse::Handled;
         });
@@ -73,8 +80,11 @@ void setUp(httplib::Server& server, Panel& panel) {
     // What the library refuses by itself: it could not be read, or is too large.
     server.set_error_handler([](const httplib::Request&, httplib::Response& response) {
         if (response.content_provider_ != nullptr) return;
-        const auto status = response.status == 413 ? Status::kTooLarge : Status(response.status);
-        send(Refusal(status, "the request could not be read").answer(), response);
+        send(Panel::refusal(Status(response.status),
+                            response.status == static_cast<int>(Status::kTooLarge)
+                                ? "the request is too large"
+                                : "the request could not be read"),
+             response);
     });
 }
 
