@@ -50,7 +50,9 @@ std::string chooseToken() {
     });
     if (!plain || token.size() < 16 || token.size() > 64)
         failUsage("{}: write 16 to 64 letters and digits, - or _", kTokenVariable);
-    return std::string(token);
+    const std::string chosen(token);
+    unsetenv(kTokenVariable);  // the browser and the renders that are started need not know
+    return chosen;
 }
 
 void Guard::checkHead(const Ask& ask) {

@@ -17,8 +17,8 @@ inline constexpr std::size_t kMostBodyBytes = 1u << 20;
 [[nodiscard]] std::string randomName();
 
 // The token that the variable STREAKFALL_PANEL_TOKEN gives, for an address that stays the same when
-// the program is started again; else a random one. Throws Failure (usage) for one that is too
-// short to be secret, or has letters that change in an address.
+// the program is started again, and takes the variable away; else a random one. Throws Failure
+// (usage) for one that is too short to be secret, or has letters that change in an address.
 [[nodiscard]] std::string chooseToken();
 
 class Guard {
