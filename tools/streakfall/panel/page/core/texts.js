@@ -31,7 +31,7 @@ export const texts = {
   overInput: { en: 'Over the input', ja: '入力に重ねる' },
   overChecker: { en: 'Checkerboard', ja: '市松模様' },
   overBlack: { en: 'Black', ja: '黒' },
-  hold: { en: 'Hold to see the input (I)', ja: '押す間だけ入力を表示 (I)' },
+  hold: { en: 'Input alone (hold I)', ja: '入力だけ表示 (I長押し)' },
   drawnFull: { en: '{width} × {height}, {ms} ms', ja: '{width} × {height}、{ms} ms' },
   drawnDraft: { en: 'Quick, 1/{divisor}: {ms} ms', ja: '簡易表示 1/{divisor}：{ms} ms' },
 
