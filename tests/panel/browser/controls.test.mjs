@@ -2,16 +2,18 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { dragBy, openPanel, settled, shows } from './support/browser.mjs';
-import { params, rendered } from './support/program.mjs';
+import { paramsLater, rendered } from './support/program.mjs';
 
 const fix = 'Fix Band Form';
 const switches = ['Repeat', 'Enable In/Out', 'Use Start/End Opacity', 'Enable Taper', 'Enable Wave', fix];
 
 // A switch that is greyed itself is turned while what greys it is off its way.
 async function turnAll(hand, wanted) {
-  if (await (await hand.box(fix)).isDisabled()) await hand.turn('Enable Taper', true);
+  const isOn = async (name) => (await hand.box(name)).isChecked();
+  const turn = async (name, on) => (await isOn(name)) === on || hand.turn(name, on);
+  if ((await isOn(fix)) !== wanted[fix]) await turn('Enable Taper', true);
   for (const name of [fix, ...switches.filter((name) => name !== fix)]) {
-    await hand.turn(name, wanted[name]);
+    await turn(name, wanted[name]);
   }
 }
 
@@ -20,9 +22,10 @@ test('all 64 settings of the switches grey what the module says', async (context
   for (let setting = 0; setting < 64; ++setting) {
     const gray = setting ^ (setting >> 1); // one switch at a time
     const wanted = Object.fromEntries(switches.map((name, bit) => [name, (gray & (1 << bit)) !== 0]));
-    await turnAll(hand, wanted);
     const sets = switches.flatMap((name) => ['--set', `${name}=${wanted[name] ? 'on' : 'off'}`]);
-    const expected = params(folder, ...sets)
+    const listed = paramsLater(folder, ...sets);
+    await turnAll(hand, wanted);
+    const expected = (await listed)
       .filter(({ live, default: value }) => live === false && value !== null)
       .map(({ index }) => index);
     const greyed = await page.evaluate(() => [...document.querySelectorAll('.row')]

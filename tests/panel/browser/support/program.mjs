@@ -1,9 +1,10 @@
 // The built program: the panel's server, and the command line to judge its pictures by.
-import { execFileSync, spawn } from 'node:child_process';
+import { execFile, execFileSync, spawn } from 'node:child_process';
 import { mkdtempSync, copyFileSync, rmSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
+import { promisify } from 'node:util';
 
 export const program = process.env.STREAKFALL_PROGRAM;
 const root = join(dirname(fileURLToPath(import.meta.url)), '../../../..');
@@ -40,9 +41,17 @@ function environment(folder, more = {}) {
 export const rendered = (folder, frame, ...args) => run(folder, 'render', '-i', 'in.####.png',
   '-f', String(frame), '-o', '-', '--format', 'rgba', '-q', ...args);
 
+const listing = (args) => ['params', '--json', '--size', `${size.width}x${size.height}`, ...args];
+
 /** `streakfall params --json` with values. */
-export const params = (folder, ...args) =>
-  JSON.parse(run(folder, 'params', '--json', '--size', `${size.width}x${size.height}`, ...args));
+export const params = (folder, ...args) => JSON.parse(run(folder, ...listing(args)));
+
+/** The same while something else is done. */
+export async function paramsLater(folder, ...args) {
+  const { stdout } = await promisify(execFile)(program, listing(args),
+    { cwd: folder, env: environment(folder), maxBuffer: 1 << 24 });
+  return JSON.parse(stdout);
+}
 
 /** Starts the panel; resolves with {url, port, process, stop()}. */
 export async function startPanel(folder, args = [], more = {}) {

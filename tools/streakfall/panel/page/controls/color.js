@@ -24,7 +24,9 @@ export function colorFields(param, control) {
     if (document.activeElement !== hex) hex.value = control.get();
   };
   swatch.addEventListener('input', (event) => control.drag(swatch.value, event));
-  swatch.addEventListener('change', (event) => control.settle(event));
+  for (const end of ['change', 'blur']) { // the picker is closed, with another colour or the same
+    swatch.addEventListener(end, (event) => control.settle(event));
+  }
 
   function take(event) {
     const color = parseHex(hex.value);

@@ -30,7 +30,10 @@ export function sliderField(options) {
     slider.classList.toggle('beyond', value < least || value > most);
   };
   slider.addEventListener('input', (event) => options.drag(onSlider(), event));
-  slider.addEventListener('change', (event) => options.settle(event));
+  // A drag that comes back to where it began is no change to the browser, but over all the same.
+  for (const end of ['change', 'pointerup', 'pointercancel']) {
+    slider.addEventListener(end, (event) => slider.disabled || options.settle(event));
+  }
   slider.addEventListener('keydown', (event) => {
     const value = options.get();
     const page = { PageUp: coarse, PageDown: -coarse }[event.key];

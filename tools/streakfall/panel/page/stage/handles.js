@@ -67,7 +67,7 @@ export function beginHandles() {
       byPointer(event, id);
     });
     handle.addEventListener('keydown', (event) => byKey(event, id));
-    handle.addEventListener('keyup', (event) => ways[event.key] && settle());
+    handle.addEventListener('keyup', (event) => ways[event.key] && settle(event));
     handle.addEventListener('focus', () => showHint(paramById(id)));
   }
   stateChanged.on(show);

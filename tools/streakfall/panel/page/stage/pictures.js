@@ -106,7 +106,9 @@ stateChanged.on((events, redraw) => {
   if (redraw) want();
 });
 frameChanged.on(() => want());
-dragChanged.on(() => {
-  if (!isDragging()) want(false);
+dragChanged.on((event) => {
+  if (isDragging()) return;
+  if (event) covered.push(event.timeStamp);
+  want(false);
 });
 busyChanged.on(showBusy);
