@@ -7,24 +7,27 @@ import { paramsLater, rendered } from './support/program.mjs';
 const fix = 'Fix Band Form';
 const switches = ['Repeat', 'Enable In/Out', 'Use Start/End Opacity', 'Enable Taper', 'Enable Wave', fix];
 
-// A switch that is greyed itself is turned while what greys it is off its way.
-async function turnAll(hand, wanted) {
-  const isOn = async (name) => (await hand.box(name)).isChecked();
-  const turn = async (name, on) => (await isOn(name)) === on || hand.turn(name, on);
+// A switch that is greyed itself is turned while what greys it is out of its way.
+async function turnAll(page, boxes, wanted) {
+  const isOn = (name) => boxes[name].isChecked();
+  const turn = async (name, on) => (await isOn(name)) === on || boxes[name].setChecked(on);
   if ((await isOn(fix)) !== wanted[fix]) await turn('Enable Taper', true);
-  for (const name of [fix, ...switches.filter((name) => name !== fix)]) {
+  for (const name of [fix, ...switches.filter((each) => each !== fix)]) {
     await turn(name, wanted[name]);
   }
+  await settled(page);
 }
 
 test('all 64 settings of the switches grey what the module says', async (context) => {
   const { folder, page, hand } = await openPanel(context);
+  const boxes = {};
+  for (const name of switches) boxes[name] = await hand.box(name);
   for (let setting = 0; setting < 64; ++setting) {
     const gray = setting ^ (setting >> 1); // one switch at a time
     const wanted = Object.fromEntries(switches.map((name, bit) => [name, (gray & (1 << bit)) !== 0]));
     const sets = switches.flatMap((name) => ['--set', `${name}=${wanted[name] ? 'on' : 'off'}`]);
     const listed = paramsLater(folder, ...sets);
-    await turnAll(hand, wanted);
+    await turnAll(page, boxes, wanted);
     const expected = (await listed)
       .filter(({ live, default: value }) => live === false && value !== null)
       .map(({ index }) => index);

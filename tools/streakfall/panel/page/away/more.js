@@ -5,6 +5,8 @@ import { model } from '../core/model.js';
 import { tell } from '../core/notice.js';
 import { query } from '../core/session.js';
 
+const told = { save: 'defaultsSaved', restore: 'defaultsRestored' };
+
 function name() {
   const { about, dialog } = model.about;
   const words = inLanguage(dialog);
@@ -16,8 +18,8 @@ function name() {
 
 async function store(action) {
   try {
-    const { message } = await query('POST', 'defaults', { action });
-    find('#defaults-told').textContent = text('defaultsDone', { message: inLanguage(message) });
+    const { file } = await query('POST', 'defaults', { action });
+    find('#defaults-told').textContent = text(told[action], { file });
   } catch (error) {
     tell(error.message);
     find('#defaults-told').textContent = error.message;

@@ -113,7 +113,8 @@ export const texts = {
 
   // More
   moreTitle: { en: 'Defaults and about', ja: '初期値とバージョン情報' },
-  defaultsDone: { en: 'Done. {message}', ja: '完了しました。{message}' },
+  defaultsSaved: { en: 'Stored in {file}.', ja: '{file} に保存しました。' },
+  defaultsRestored: { en: 'The effect opens with its own defaults again.', ja: 'エフェクト本来の初期値に戻しました。' },
   aboutTitle: { en: 'About', ja: 'バージョン情報' },
   keysTitle: { en: 'Keys of the page', ja: 'キーボード操作' },
   keySpace: { en: 'Play and stop', ja: '再生・停止' },
