@@ -38,34 +38,47 @@ async function dragOnce(page, slider) {
   await settled(page);
 }
 
+async function firstPicture(page) {
+  await settled(page);
+  return page.evaluate(() => performance.getEntriesByName('picture drawn')[0].startTime);
+}
+
+async function measure(browser, url) {
+  const first = [];
+  let page;
+  for (let start = 0; start < starts; ++start) {
+    await page?.close();
+    page = await browser.newPage({ viewport: { width: 1920, height: 1080 } });
+    await page.goto(url);
+    first.push(await firstPicture(page));
+  }
+  const slider = page.locator('.row', { hasText: 'Thickness' }).first().locator('[type=range]');
+  await dragOnce(page, slider); // the size for dragging finds itself
+  await page.evaluate(() => performance.clearMeasures());
+  for (let drag = 0; drag < drags; ++drag) await dragOnce(page, slider);
+  const made = await page.evaluate(() => performance.getEntriesByName('event to drawn')
+    .map(({ duration, detail }) => ({ duration, ...detail })));
+  const durations = (draft) => made.filter((each) => each.draft === draft)
+    .map(({ duration }) => duration);
+
+  line('event to drawn, dragging', durations(true));
+  line('event to drawn, full', durations(false));
+  line('start to first picture', first);
+  const sizes = {};
+  for (const { width } of made) sizes[width] = (sizes[width] ?? 0) + 1;
+  const told = Object.entries(sizes).map(([width, count]) => `${width} for ${count} events`);
+  console.log(`widths drawn: ${told.join(', ')}`);
+}
+
 const folder = mkdtempSync(join(tmpdir(), 'streakfall-measure-'));
 const input = process.argv[2] ? ['-i', resolve(process.argv[2])] : [];
 const panel = await startPanel(folder, input);
 const browser = await chromium.launch({ executablePath: process.env.STREAKFALL_CHROMIUM,
   args: ['--no-sandbox'] });
-const first = [];
-let page;
-for (let start = 0; start < starts; ++start) {
-  page = await browser.newPage({ viewport: { width: 1920, height: 1080 } });
-  await page.goto(panel.url);
-  await settled(page);
-  first.push(await page.evaluate(() => performance.getEntriesByName('picture drawn')[0].startTime));
-  if (start < starts - 1) await page.close();
+try {
+  await measure(browser, panel.url);
+} finally {
+  await browser.close();
+  await panel.stop();
+  rmSync(folder, { recursive: true, force: true });
 }
-const slider = page.locator('.row', { hasText: 'Thickness' }).first().locator('[type=range]');
-await dragOnce(page, slider); // the size for dragging finds itself
-await page.evaluate(() => performance.clearMeasures());
-for (let drag = 0; drag < drags; ++drag) await dragOnce(page, slider);
-const made = await page.evaluate(() => performance.getEntriesByName('event to drawn')
-  .map(({ duration, detail }) => ({ duration, ...detail })));
-const durations = (draft) => made.filter((each) => each.draft === draft).map(({ duration }) => duration);
-
-line('event to drawn, dragging', durations(true));
-line('event to drawn, full', durations(false));
-line('start to first picture', first);
-const sizes = {};
-for (const { width, height } of made) sizes[`${width} x ${height}`] = (sizes[`${width} x ${height}`] ?? 0) + 1;
-console.log(`sizes drawn: ${Object.entries(sizes).map((each) => each.join(', ')).join('; ')} events`);
-await browser.close();
-await panel.stop();
-rmSync(folder, { recursive: true, force: true });

@@ -1,9 +1,10 @@
 // Renders a range of frames into the output folder.
+import { back } from '../core/connection.js';
 import { find } from '../core/dom.js';
 import { text } from '../core/language.js';
 import { model } from '../core/model.js';
 import { tell } from '../core/notice.js';
-import { ask } from '../core/server.js';
+import { Gone, ask } from '../core/server.js';
 import { query } from '../core/session.js';
 
 const pollMs = 250;
@@ -25,12 +26,23 @@ function setRunning(on) {
   for (const field of document.querySelectorAll('#render-range input')) field.disabled = on;
 }
 
+// The job may outlast a moment in which the program does not answer.
+async function stateOfJob() {
+  try {
+    return await ask('GET', `jobs/${job}`);
+  } catch (error) {
+    if (!(error instanceof Gone)) throw error;
+    await back();
+    return stateOfJob();
+  }
+}
+
 async function follow() {
   setRunning(true);
   find('#render-progress').hidden = false;
   find('#render-stop').focus();
   for (;;) {
-    const state = await ask('GET', `jobs/${job}`);
+    const state = await stateOfJob();
     show(state);
     if (state.done) break;
     await new Promise((resume) => setTimeout(resume, pollMs));

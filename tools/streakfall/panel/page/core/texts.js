@@ -44,10 +44,10 @@ export const texts = {
   keyHere: { en: 'Key of {name} at frame {frame} (K)', ja: 'フレーム{frame}の「{name}」のキー (K)' },
   keyAt: { en: '{name}, key at frame {frame}: {way}', ja: '「{name}」フレーム{frame}のキー：{way}' },
   keys: { en: 'Keys', ja: 'キー' },
-  way: { en: 'From this key on', ja: 'このキーからの変化' },
-  line: { en: 'Linear', ja: '直線' },
+  way: { en: 'From this key on', ja: 'このキーからの補間' },
+  line: { en: 'Linear', ja: 'リニア' },
   hold_: { en: 'Hold', ja: '停止' },
-  ease: { en: 'Ease', ja: 'なめらか' },
+  ease: { en: 'Ease', ja: 'イーズ' },
   removeKey: { en: 'Remove key', ja: 'キーを削除' },
 
   // Controls
@@ -123,7 +123,7 @@ export const texts = {
   keyArrows: { en: 'Step a value; with Shift ten times, with Alt a tenth', ja: '値を増減（Shiftで10倍、Altで10分の1）' },
   keyReset: { en: 'Reset the control', ja: '項目を初期値に戻す' },
   keyKey: { en: 'Set or remove a key of the control', ja: '項目のキーを設定・削除' },
-  keyWays: { en: 'A key: linear, hold, ease; remove', ja: 'キーの種類（直線・停止・なめらか）、削除' },
+  keyWays: { en: 'A key: linear, hold, ease; remove', ja: 'キーの種類（リニア・停止・イーズ）、削除' },
 
   gone: {
     en: 'The program does not answer. This page keeps your settings and goes on when it is back.',

@@ -85,6 +85,8 @@ export function openSheet(id, button) {
 export const isSheetOpen = () => find('.sheet:not([hidden])') !== null;
 
 export function beginSheets() {
+  const { width, height } = model.about;
+  document.documentElement.style.setProperty('--aspect', `${width} / ${height}`);
   for (const button of document.querySelectorAll('.sheet-close')) {
     button.addEventListener('click', closeSheet);
   }
