@@ -2,7 +2,7 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { dragBy, openPanel, settled, shows } from './support/browser.mjs';
-import { rendered } from './support/program.mjs';
+import { rendered, run } from './support/program.mjs';
 
 // The fields show two decimals; a screen reader hears all of them.
 const points = async (hand, name) => (await hand.row(name)).locator('input.number')
@@ -30,6 +30,32 @@ test('dragging a slider shows the pixels that render writes', async (context) =>
   await hand.turn('Clear Background', false);
   const over = ['--set', `Thickness=${thickness}`, '--set', 'Clear Background=off'];
   assert.ok(await shows(page, rendered(folder, 1, ...over)), 'over the input');
+});
+
+test('a picture whose place a late, older request took is asked for again', async (context) => {
+  const { folder, page, hand } = await openPanel(context);
+  let refused = 0;
+  await page.route('**/picture', (route) => {
+    const { divisor } = route.request().postDataJSON();
+    if (divisor !== 1 || refused > 0) return route.continue();
+    refused += 1;
+    return route.fulfill({ status: 409, json: { error: 'a newer request took its place' } });
+  });
+  await dragBy(page, await hand.slider('Density of Lines'), 40);
+  await settled(page);
+  assert.equal(refused, 1);
+  const density = await hand.value('Density of Lines');
+  assert.ok(await shows(page, rendered(folder, 1, '--set', `Density of Lines=${density}`)));
+});
+
+test('over a checkerboard or black the lines leave the input\'s matte', async (context) => {
+  const { folder, page } = await openPanel(context);
+  assert.ok(await shows(page, rendered(folder, 1)));
+  for (const background of ['checker', 'black']) {
+    await page.locator('#background').selectOption(background);
+    assert.ok(await shows(page, run(folder, 'render', '--size', '480x270', '-f', '1', '-o', '-',
+      '--format', 'rgba', '-q')), background);
+  }
 });
 
 test('a handle takes its point off the frame, and the linked one along', async (context) => {

@@ -13,6 +13,7 @@ const waiting = new Map(); // index: value
 const stamps = []; // times of the input events behind what waits
 let flushing = false;
 let tasks = 0;
+let turn = 0; // counts the pictures asked for
 
 export const busyChanged = new Signal();
 export const isBusy = () => tasks > 0;
@@ -116,9 +117,12 @@ export function query(method, path, body) {
   return enqueue(() => untilAnswered((at) => ask(method, `${at}/${path}`, body)));
 }
 
-/** A picture of the state as the program has it. */
+/** A picture of the state as the program has it. Requests may overtake each other; turns tell. */
 export function picture(body, signal) {
-  return untilAnswered((at) => askPicture(`${at}/picture`, body, signal));
+  return untilAnswered((at) => {
+    turn += 1;
+    return askPicture(`${at}/picture`, { ...body, turn }, signal);
+  });
 }
 
 // Keyed values are others at another frame.

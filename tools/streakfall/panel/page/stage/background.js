@@ -2,6 +2,7 @@
 // alone.
 import { find, takesText } from '../core/dom.js';
 import { ids, model, stateChanged, valueById } from '../core/model.js';
+import { setBackdrop } from './pictures.js';
 
 const key = 'i';
 
@@ -11,6 +12,12 @@ function show() {
   frame.dataset.background = chosen === 'input' ? 'checker' : chosen;
   // Where the effect keeps its input itself, another below would show through twice.
   frame.classList.toggle('over-input', chosen === 'input' && valueById(ids.clearBackground));
+}
+
+// The effect gets the same as its layer, so that lines are cut by the input's matte only there.
+function choose() {
+  if (model.about.input) setBackdrop(find('#background').value);
+  show();
 }
 
 function hold(on) {
@@ -24,7 +31,7 @@ export function beginBackground() {
     select.querySelector('[value=input]').remove();
     find('#hold').hidden = true;
   }
-  select.addEventListener('change', show);
+  select.addEventListener('change', choose);
   stateChanged.on(show);
 
   const button = find('#hold');

@@ -20,6 +20,7 @@ let running = null; // {draft, abort}
 let shownDraft = true;
 let playing = false;
 let divisor = 2;
+let backdrop = 'input';
 let restTimer = 0;
 let covered = []; // times of the input events that the next picture answers
 
@@ -54,7 +55,8 @@ async function make(job, signal) {
   const events = covered;
   covered = [];
   const input = await inputAt(frame, by, signal);
-  const effect = await picture({ frame, divisor: by, slot: 'main' }, signal).catch((error) => {
+  const request = { frame, divisor: by, backdrop, slot: 'main' };
+  const effect = await picture(request, signal).catch((error) => {
     covered = [...events, ...covered];
     throw error;
   });
@@ -76,7 +78,11 @@ async function run() {
     try {
       await make(running, abort.signal);
     } catch (error) {
-      if (error.name === 'AbortError' || error.status === 409) continue;
+      if (error.name === 'AbortError') continue;
+      if (error.status === 409) { // an older request that came late took this one's place
+        wanted ??= { draft: running.draft };
+        continue;
+      }
       tell(error.message);
       shownDraft = false; // nothing better comes
     }
@@ -93,6 +99,12 @@ export function want(draft = isDragging() || playing) {
   if (!running) run();
   else if (!running.draft) running.abort.abort();
   showBusy();
+}
+
+/** What the effect gets as its layer: "input", "checker" or "black". */
+export function setBackdrop(next) {
+  backdrop = next;
+  want();
 }
 
 /** While the sequence plays all pictures are quick ones. */
