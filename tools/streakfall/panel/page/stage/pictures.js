@@ -13,7 +13,7 @@ import { view } from './view.js';
 const restMs = 150; // a drag that pauses this long gets its full picture
 const slowMs = 40; // above it the reduced size goes down a step
 const quickMs = 14; // below it up
-const largestDivisor = 8;
+const leastWidth = 480; // pixels that a reduced picture keeps
 
 let wanted = null; // {draft}
 let running = null; // {draft, abort}
@@ -33,7 +33,8 @@ const leastDivisor = () => Math.max(2, Math.floor(1 / view.zoom));
 function adapt(milliseconds) {
   if (milliseconds > slowMs) divisor += 1;
   else if (milliseconds < quickMs) divisor -= 1;
-  divisor = Math.min(Math.max(divisor, leastDivisor()), largestDivisor);
+  const largest = Math.max(2, Math.floor(model.about.width / leastWidth));
+  divisor = Math.min(Math.max(divisor, leastDivisor()), largest);
 }
 
 function showBusy() {
