@@ -58,7 +58,8 @@ function controlOf(param) {
 }
 
 function diamondOf(param) {
-  const diamond = make('button', { type: 'button', className: 'diamond', tabIndex: -1 });
+  const diamond = make('button', { type: 'button', className: 'diamond', tabIndex: -1,
+    disabled: !param.keyable });
   diamond.addEventListener('click', () => toggleKey(param.index));
   const show = () => {
     const here = keysOf(param.index)[model.frame] !== undefined;
@@ -79,7 +80,7 @@ function byKey(event, param, control) {
   if (!plain || (key !== 'r' && key !== 'k')) return;
   if (event.target.matches('.hex')) return; // there it is typed
   event.preventDefault();
-  if (key === 'k') toggleKey(param.index);
+  if (key === 'k') param.keyable && toggleKey(param.index);
   else control.set(param.default, event);
 }
 

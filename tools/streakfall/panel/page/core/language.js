@@ -1,5 +1,6 @@
 // The language of the page: the browser's at first, then what was chosen. Elements name their
-// texts: data-text for the content, data-label for the accessible name and the tooltip.
+// texts: data-text for the content, data-tip for the tooltip, data-label for the accessible
+// name, and of a button also the tooltip.
 import { Signal } from './signal.js';
 import { texts } from './texts.js';
 
@@ -25,15 +26,13 @@ export function text(key, values = {}) {
 /** The one of {en, ja} that the page is in. */
 export const inLanguage = (both) => both?.[language] ?? '';
 
-/** Fills in the texts of an element's children, and its own. */
+/** Fills in the texts of an element's children. */
 export function applyTexts(root) {
-  for (const element of [root, ...root.querySelectorAll('[data-text], [data-label]')]) {
-    const { text: content, label } = element.dataset ?? {};
+  for (const element of root.querySelectorAll('[data-text], [data-tip], [data-label]')) {
+    const { text: content, tip, label } = element.dataset;
     if (content) element.textContent = text(content);
-    if (label) {
-      element.ariaLabel = text(label);
-      element.title = text(label);
-    }
+    if (label) element.ariaLabel = text(label);
+    if (tip || (label && element.matches('button'))) element.title = text(tip || label);
   }
 }
 

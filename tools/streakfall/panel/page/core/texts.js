@@ -77,7 +77,6 @@ export const texts = {
   throwAgain: { en: 'Throw again', ja: '振り直す' },
   from: { en: 'From', ja: '最小' },
   to: { en: 'To', ja: '最大' },
-  takeValue: { en: '{name} {value}', ja: '{name} {value}' },
   allAlike: {
     en: 'All twelve are alike: nothing that this control changes is in use yet. {with}',
     ja: '12枚とも同じ絵です。この項目が効く設定になっていません。{with}',
@@ -93,7 +92,6 @@ export const texts = {
   copied: { en: 'It is on the clipboard.', ja: 'クリップボードにコピーしました。' },
   notCopied: { en: 'The browser kept the clipboard: select and copy it here.', ja: 'クリップボードに書き込めません。ここで選択してコピーしてください。' },
   done: { en: 'Close', ja: '閉じる' },
-  cancel: { en: 'Cancel', ja: 'キャンセル' },
 
   // Render
   renderTitle: { en: 'Render', ja: '書き出し' },
