@@ -106,7 +106,7 @@ function followState(row, param) {
 export function controlRow(param) {
   const control = controlOf(param);
   const fields = fieldsByKind[param.kind](param, control);
-  const name = make('span', { className: 'name', textContent: param.name });
+  const name = make('span', { className: 'name', textContent: param.name, title: param.name });
   const row = make('div', { className: `row kind-${param.kind.replace(' ', '-')}`, role: 'group',
     ariaLabel: param.name }, diamondOf(param), name, ...fields);
   row.dataset.index = param.index;

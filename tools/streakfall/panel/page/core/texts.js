@@ -72,7 +72,7 @@ export const texts = {
 
   // Sheets
   close: { en: 'Back to the picture', ja: '画像に戻る' },
-  rollTitle: { en: 'Roll: twelve throws, click one to take it', ja: 'シードを振る：12通りから選んでクリック' },
+  rollTitle: { en: 'Click one to take it', ja: 'クリックで適用' },
   rollOf: { en: 'Of', ja: '対象' },
   throwAgain: { en: 'Throw again', ja: '振り直す' },
   from: { en: 'From', ja: '最小' },
@@ -81,7 +81,7 @@ export const texts = {
     en: 'All twelve are alike: nothing that this control changes is in use yet. {with}',
     ja: '12枚とも同じ絵です。この項目が効く設定になっていません。{with}',
   },
-  looksTitle: { en: 'Looks: click one to take it', ja: 'ルック一覧：クリックで適用' },
+  looksTitle: { en: 'Click one to take it', ja: 'クリックで適用' },
 
   // Files and commands
   loaded: { en: 'Loaded {name}.', ja: '{name} を読み込みました。' },
