@@ -40,7 +40,8 @@ function showPlay() {
 function tick(time) {
   if (!started) return;
   const count = model.last - model.first + 1;
-  const gone = Math.floor(((time - started.time) / 1000) * model.about.rate.fps);
+  const seconds = Math.max(0, time - started.time) / 1000; // the first frame began before the press
+  const gone = Math.floor(seconds * model.about.rate.fps);
   setFrame(model.first + ((started.frame - model.first + gone) % count));
   requestAnimationFrame(tick);
 }
