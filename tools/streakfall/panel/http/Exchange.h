@@ -22,7 +22,6 @@ enum class Status : int {
     kOk = 200,
     kCreated = 201,
     kAccepted = 202,
-    kMoved = 308,
     kUnreadable = 400,
     kForbidden = 403,
     kMissing = 404,
@@ -74,7 +73,9 @@ class Refusal : public std::runtime_error {
         : std::runtime_error(sentence), status_(status), more_(std::move(more)) {}
 
     [[nodiscard]] Answer answer() const {
-        Json json = {{"error", what()}};
+        // A name from the request in front may begin with a zero, which ends an exception's text.
+        const bool told = *what() != '\0';
+        Json json = {{"error", told ? what() : "the request could not be read"}};
         json.update(more_);
         return jsonAnswer(json, status_);
     }

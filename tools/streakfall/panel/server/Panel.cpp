@@ -128,9 +128,9 @@ Answer Panel::handle(const Ask& ask) {
         if (ask.method == route.method) return route.handler(parts_, ask, name);
         known = true;
     }
-    if (known) refuse(Status::kMethod, "{} is not for this address", ask.method);
+    if (known) refuse(Status::kMethod, "this method is not for this address");
     if (path.starts_with("api/")) refuse(Status::kMissing, "there is no such address");
-    if (ask.method != "GET") refuse(Status::kMethod, "{} is not for this address", ask.method);
+    if (ask.method != "GET") refuse(Status::kMethod, "this method is not for this address");
     return files_.file(path);
 }
 
