@@ -96,6 +96,13 @@ BlockBytes::BlockBytes(std::size_t size, bool clear)
     }
 }
 
+BlockBytes BlockBytes::adopt(std::byte* data, std::size_t size) {
+    BlockBytes bytes;
+    bytes.data_ = data;
+    bytes.size_ = size;
+    return bytes;
+}
+
 BlockBytes::BlockBytes(const BlockBytes& other) : BlockBytes(other.size_, false) {
     if (size_ != 0) {
         std::memcpy(data_, other.data_, size_);

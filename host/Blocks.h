@@ -28,6 +28,8 @@ class BlockBytes {
     explicit BlockBytes(std::size_t size);
     // Whatever was in the memory. Throws std::bad_alloc.
     static BlockBytes unwritten(std::size_t size) { return {size, false}; }
+    // Owns what blocks::take gave.
+    static BlockBytes adopt(std::byte* data, std::size_t size);
     BlockBytes(const BlockBytes& other);
     BlockBytes(BlockBytes&& other) noexcept { swap(other); }
     BlockBytes& operator=(BlockBytes other) noexcept {

@@ -84,10 +84,13 @@ std::unique_ptr<WorldBuffer> FrameWorlds::make(Host& host, const PF_LRect& rect)
 }
 
 void FrameWorlds::takeOutput(FrameResult& result) {
-    result.output = output_->toImage();
-    if (!watched_) {
-        return;
+    if (watched_) {
+        lookForDamage(result);
     }
+    result.output = output_->takeImage();
+}
+
+void FrameWorlds::lookForDamage(FrameResult& result) const {
     if (!input_->holds(request_.picture(), left_, top_)) {
         ledger_.violation("the effect changed the input's pixels");
     }

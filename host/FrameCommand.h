@@ -44,10 +44,11 @@ class FrameWorlds {
     PF_EffectWorld& input() { return input_->world(); }
     PF_EffectWorld& output() { return output_->world(); }
 
-    // Takes the picture, and looks for damage.
+    // Looks for damage and takes the picture; the output's world is no more.
     void takeOutput(FrameResult& result);
 
   private:
+    void lookForDamage(FrameResult& result) const;
     std::unique_ptr<WorldBuffer> make(Host& host, const PF_LRect& rect) const;
 
     Ledger& ledger_;

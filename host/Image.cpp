@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <utility>
 
 namespace standin {
 namespace {
@@ -68,22 +70,33 @@ Image::Image(int width, int height, Depth depth)
              static_cast<std::size_t>(bytesPerPixel(depth))) {}
 
 Image Image::unwritten(int width, int height, Depth depth) {
-    Image image;
-    image.width_ = width;
-    image.height_ = height;
-    image.depth_ = depth;
-    image.bytes_ = BlockBytes::unwritten(image.rowBytes() * static_cast<std::size_t>(height));
-    return image;
+    return ofBlock(
+        width, height, depth,
+        BlockBytes::unwritten(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) *
+                              static_cast<std::size_t>(bytesPerPixel(depth))));
 }
 
 Image Image::filled(int width, int height, Depth depth, double alpha, double red, double green,
                     double blue) {
-    Image image(width, height, depth);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            image.set(x, y, {alpha, red, green, blue});
-        }
+    Image image = unwritten(width, height, depth);
+    if (image.empty()) {
+        return image;
     }
+    image.set(0, 0, {alpha, red, green, blue});
+    // What is there is copied behind itself.
+    for (std::size_t made = static_cast<std::size_t>(bytesPerPixel(depth)); made < image.size();
+         made *= 2) {
+        std::memcpy(image.data() + made, image.data(), std::min(made, image.size() - made));
+    }
+    return image;
+}
+
+Image Image::ofBlock(int width, int height, Depth depth, BlockBytes bytes) {
+    Image image;
+    image.width_ = width;
+    image.height_ = height;
+    image.depth_ = depth;
+    image.bytes_ = std::move(bytes);
     return image;
 }
 

@@ -33,6 +33,8 @@ class Image {
     Image(int width, int height, Depth depth);
     // For who writes every pixel: whatever was in the memory.
     static Image unwritten(int width, int height, Depth depth);
+    // Of memory that holds the pixels, of just their size.
+    static Image ofBlock(int width, int height, Depth depth, BlockBytes bytes);
     // Every pixel of one colour, channels from 0 to 1, rounded to the depth.
     static Image filled(int width, int height, Depth depth, double alpha, double red, double green,
                         double blue);

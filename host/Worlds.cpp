@@ -5,6 +5,7 @@
 #include <mutex>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 namespace standin {
 namespace {
@@ -121,6 +122,14 @@ Image WorldBuffer::toImage() const {
         std::memcpy(image.row<std::byte>(y), row(y), pictureRowBytes());
     }
     return image;
+}
+
+Image WorldBuffer::takeImage() {
+    if (memorySize_ != pictureRowBytes() * static_cast<std::size_t>(world_.height)) {
+        return toImage();
+    }
+    return Image::ofBlock(world_.width, world_.height, depth_,
+                          BlockBytes::adopt(std::exchange(memory_, nullptr), memorySize_));
 }
 
 bool WorldBuffer::holds(const Image& image, A_long x, A_long y) const {

@@ -28,6 +28,9 @@ class WorldBuffer {
     // The picture's part at x, y of this world's size.
     void load(const Image& image, A_long x, A_long y);
     Image toImage() const;
+    // Likewise, for the last use of this world: its memory becomes the picture's where nothing else
+    // lies in it.
+    Image takeImage();
     // Whether the pixels still are that part of the picture.
     bool holds(const Image& image, A_long x, A_long y) const;
 
