@@ -40,9 +40,35 @@ TEST_F(FilesTest, TranslucentLinesLieOverWhiteAlikeFromEveryFormat) {
 
     ASSERT_EQ(render("-i a.exr -q -o again.exr" + std::string(kNoLines)).code, 0);
     EXPECT_EQ(shell("idiff -fail 0.000001 a.exr again.exr").code, 0);
-    ASSERT_EQ(render("-i a.exr -q -o straight.exr --alpha straight" + std::string(kNoLines)).code,
+    ASSERT_EQ(render("-i a.exr -q -o straight.exr --alpha :straight" + std::string(kNoLines)).code,
               0);
     EXPECT_EQ(readPicture(path("straight.exr"), {}), readPicture(path("a.exr"), {}));
+}
+
+// Files of other programs may hold straight colour where it is not the custom.
+TEST_F(FilesTest, WhatAFileHoldsCanBeDeclared) {
+    oiio("--pattern constant:color=1,.5,0,.5 16x16 4 -d float -o straight.exr");
+    const auto average = [&](const std::string& arguments, const std::string& file,
+                             const char* pixel) {
+        SCOPED_TRACE(arguments);
+        const Outcome outcome = render(arguments + " -o " + file + kNoLines);
+        EXPECT_EQ(outcome.code, 0) << outcome.error;
+        expectWords(info(file), {pixel});
+        return outcome.error;
+    };
+    const std::string log = average("-i straight.exr --alpha straight:", "a.exr",
+                                    "Avg: 0.500000 0.250000 0.000000 0.500000");
+    expectWords(log, {"input read as straight alpha, as asked", "premultiplied alpha"});
+    average("-i straight.exr --alpha straight", "b.exr", "Avg: 1.000000 0.500000 0.000000 0.500");
+    average("-i b.exr", "c.exr", "Avg: 0.500000 0.250000 0.000000 0.500");
+    average("-i a.exr --alpha :straight", "d.exr", "Avg: 1.000000 0.500000 0.000000 0.500");
+    average("-i d.exr --alpha premultiplied", "e.exr", "Avg: 1.000000 0.500000 0.000000 0.500");
+    // A picture that is read in another way is another picture.
+    const std::string skip = "-i straight.exr -o a.exr --existing skip" + std::string(kNoLines);
+    expectWords(render(skip + "--alpha straight:").error, {"1 skipped"});
+    expectWords(render(skip).error, {"1 of 1 written"});
+    expectFailure(render("-q -i straight.exr -o x.exr --alpha grey"), 2, "\"grey\"");
+    expectFailure(render("-q -i straight.exr -o x.png --alpha premultiplied"), 2, "--alpha");
 }
 
 TEST_F(FilesTest, TheLayerWithThePictureIsChosen) {
@@ -110,6 +136,31 @@ TEST_F(FilesTest, MissingFramesAreTreatedAsAsked) {
     EXPECT_EQ(frame(3), readPicture(path("in.2.png"), {}));
     EXPECT_EQ(frame(1), frame(2)) << "before the first there is only what follows";
     expectFailure(render("-q -i none.%d.png -o out.%d.png"), 3, "none.%d.png");
+}
+
+TEST_F(FilesTest, FramesAreFoundByThePattern) {
+    fs::create_directory(path("shot#2"));
+    for (const int frame : {8, 9, 10, 1000})
+        makePicture(fmt::format("shot#2/in.{:03}.png", frame), 16, 16);
+    makePicture("shot#2/in.7.png", 16, 16);  // not as the pattern writes it
+    for (const std::string number : {"@@@", "###", "[###]", "%03d"}) {
+        const Outcome outcome =
+            render("-i 'shot#2/in." + number + ".png' -o 'shot#2/out." + number + ".png' -j 3");
+        EXPECT_EQ(outcome.code, 0) << outcome.error;
+        EXPECT_EQ(outcome.error.rfind("4 frames: 8-10,1000\n", 0), 0u) << outcome.error;
+        std::size_t at = 0;  // in order, whichever was made first
+        for (const char* line : {"[1/4] frame 8 ", "[2/4] frame 9 ", "[3/4] frame 10 ",
+                                 "[4/4] frame 1000 written shot#2/out.1000.png"})
+            EXPECT_NE(at = outcome.error.find(line, at), std::string::npos) << line;
+        EXPECT_TRUE(isWholePicture(path("shot#2/out.008.png")));
+        fs::remove(path("shot#2/out.008.png"));
+    }
+    makePicture("x.10.png");
+    expectFailure(render("-q -i x.1%d.png -o x.%d.png -f 10,0 --missing skip"), 2,
+                  "the input of frame 0");
+    const Outcome nothing = render("-i 'shot#2/in.@@@.png' -o none.%d.png -f 8-9 --chunk 1/4");
+    EXPECT_EQ(nothing.code, 0) << "more parts than frames";
+    expectWords(nothing.error, {"0 frames\n", "0 of 0 written"});
 }
 
 TEST_F(FilesTest, AnyNumberOfJobsAndAnySplitGivesTheSameBytes) {

@@ -1,5 +1,7 @@
 // Runs that meet what nights bring: logs and disks that are full, signals, kills, and other runs of
 // the same files.
+#include <sys/resource.h>
+
 #include <csignal>
 #include <nlohmann/json.hpp>
 #include <random>
@@ -174,12 +176,32 @@ TEST_F(NightTest, KilledRunsAreTakenUpUntilAllIsWhole) {
     expectWhole(60);
 }
 
+// The bound that the help of the program gives.
+TEST_F(NightTest, MemoryStaysBelowTheFormulaOfTheHelp) {
+    constexpr long kJobs = 4, kPicture = 1280L * 720 * 16, kFile = kPicture;
+    const pid_t child = fork();
+    if (child == 0) {
+        execl(STREAKFALL_PROGRAM, STREAKFALL_PROGRAM, "render", "-q", "--size", "1280x720",
+              "--depth", "32", "-f", "1-12", "-j", "4", "--compression", "none", "-o",
+              path("a.%02d.exr").c_str(), nullptr);
+        _exit(127);
+    }
+    int status = 0;
+    rusage used{};
+    ASSERT_EQ(wait4(child, &status, 0, &used), child);
+    ASSERT_EQ(status, 0);
+    EXPECT_GT(used.ru_maxrss, kPicture / 1024) << "in KiB";
+    if (std::string_view(STREAKFALL_PROGRAM).find("/release/") == std::string_view::npos)
+        GTEST_SKIP() << "sanitizers need memory of their own";
+    EXPECT_LT(used.ru_maxrss, (kJobs * (4 * kPicture + 2 * kFile) + 200'000'000) / 1024);
+}
+
 TEST_F(NightTest, RunsOfTheSameFilesAtOnceDoNotHarmEachOther) {
     const std::string run =
         "\"$P\" render --module effect.so -q --size 320x180 -f 1-40 -o a.%02d.png";
     for (int round = 0; round < 3; ++round) {
-        const Outcome outcome =
-            shell(run + " & one=$!; " + run + " & two=$!; wait $one && wait $two");
+        const Outcome outcome = shell(run + " & one=$!; " + run + " & two=$!; " + run +
+                                      " & three=$!; wait $one && wait $two && wait $three");
         EXPECT_EQ(outcome.code, 0) << outcome.error;
         expectWhole(40);
     }

@@ -244,8 +244,8 @@ TEST_F(ParamArgumentsTest, KeysOfOneParameterAddUpAndKnowTheirWays) {
     EXPECT_EQ(taper.at(2).behind, standin::Way::ease);
     EXPECT_EQ(taper.at(5).value.on({1, 1}), standin::Value::number(2));
 
-    const auto back = read({{writeFile("back.json", keys.toJson().dump())}, {}, {}});
-    EXPECT_EQ(back.toJson(), keys.toJson()) << "values are written and come back";
+    const auto back = read({{writeFile("back.json", keys.toJson({1, 1}).dump())}, {}, {}});
+    EXPECT_EQ(back.toJson({1, 1}), keys.toJson({1, 1})) << "values are written and come back";
 }
 
 TEST_F(ParamArgumentsTest, ReadsJson) {

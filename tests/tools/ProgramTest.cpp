@@ -87,6 +87,11 @@ TEST_F(ProgramTest, BadInputEndsWithItsCodeAndOneLine) {
     expect("-i none.png -o out.png", 3, "none.png");
     expect("-i broken.png -o out.png", 3, "broken.png");
     expect("-i . -o out.png", 3, "folder");
+    ASSERT_EQ(shell("mkfifo pipe.png").code, 0);
+    expect("-i pipe.png -o out.png", 3, "not a plain file");
+    fs::remove(path("pipe.png"));
+    expect("-i none.%d.png -o out.png --chunk 2/1", 2, "--chunk");
+    expect("-i in.png -o out.png --report in.png", 2, "--report");
     expect("-i in.png -o out.png --params none.json", 3, "none.json");
     expect("-i in.png -o out.png --params list.json", 2, "\"Thickness\"");
     expect("-i in.png -o out.png --set Tapre=1", 2, "\"Taper\"");

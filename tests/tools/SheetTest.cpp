@@ -1,5 +1,4 @@
 // Sheets of labelled tiles, and what the commands about controls and looks print.
-#include <OpenImageIO/imagebuf.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
@@ -138,36 +137,6 @@ TEST(WordCommands, ALookComesBackFromWhatIsPrinted) {
          {"--looks --vary Taper=0,50", "", "--vary Taper=1,2 --vary H=1,2 --vary V=1,2"})
         EXPECT_EQ(run("sheet -o " + file("d.png") + " " + wrong).code, 2) << wrong;
     std::filesystem::remove_all(folder);
-}
-
-// As a render stamps it: under a name of its own, or in TIFF as the description.
-TEST(WordCommands, ALookComesBackFromARenderedPicture) {
-    const std::string folder = std::filesystem::temp_directory_path().string();
-    const std::string words = "Start Point=20,30; Color=#e8f1ff; Taper=5; Random Seed=7";
-    for (const std::string ending : {"png", "exr", "tif", "plain.png"}) {
-        const std::string path =
-            folder + "/streakfall-look-" + std::to_string(getpid()) + "." + ending;
-        OIIO::ImageBuf picture(OIIO::ImageSpec(4, 4, 4, OIIO::TypeDesc::UINT8));
-        if (ending == "tif") {
-            picture.specmod().attribute("Software", "streakfall 1.5.2, fingerprint 12ab");
-            picture.specmod().attribute("ImageDescription", words);
-        } else if (ending != "plain.png") {
-            picture.specmod().attribute("streakfall:look", words);
-        }
-        ASSERT_TRUE(picture.write(path)) << picture.geterror();
-        const Outcome outcome = run("looks --from " + path);
-        std::filesystem::remove(path);
-        if (ending == "plain.png") {
-            EXPECT_EQ(outcome.code, 3) << outcome.text;
-            continue;
-        }
-        const auto values = nlohmann::json::parse(outcome.text)["values"];
-        EXPECT_EQ(values, (nlohmann::json{{"Start Point", "20,30"},
-                                          {"Color", "#e8f1ff"},
-                                          {"Taper", "5"},
-                                          {"Random Seed", "7"}}))
-            << ending;
-    }
 }
 
 }  // namespace

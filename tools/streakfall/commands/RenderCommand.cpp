@@ -22,7 +22,7 @@ constexpr char kExamples[] =
     "  streakfall render --size 1920x1080 -f 1-24 -o - --format rgba | ffmpeg ...\n"
     "\n"
     "Memory, at most: jobs x (4 x width x height x (4, 8 or 16 bytes, by the depth)\n"
-    "+ 2 x the file that is written), and 100 MB for the rest.\n"
+    "+ 2 x the file that is written), and 200 MB for the rest.\n"
     "\n";
 
 // An option with a text behind it.
@@ -70,8 +70,9 @@ void addPictureOptions(CLI::App& command, RenderTexts& texts) {
     add(command, kGroup, "--depth", texts.depth, "8|16|32", "Bits a channel");
     command.add_flag("--half", texts.half, "EXR: half floats in place of floats")->group(kGroup);
     add(command, kGroup, "--alpha", texts.alpha, "straight|premultiplied",
-        "Colour in the output; else premultiplied in EXR,\n"
-        "straight in PNG and TIFF");
+        "Colour in EXR and TIFF, read and written; IN:OUT where\n"
+        "they differ. Else EXR is premultiplied, TIFF as its tag\n"
+        "says, and straight when it is new");
     add(command, kGroup, "--compression", texts.compression, "NAME[:LEVEL]",
         "PNG: zip:0 to zip:9 [zip:1]; TIFF: none, lzw, zip,\n"
         "packbits [zip]; EXR: none, rle, zip, zips, piz, pxr24,\n"

@@ -6,12 +6,30 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "hostapi/hostapi.h"
+
 namespace tool {
 
 inline constexpr std::uint32_t kWhite8 = 255;
 inline constexpr std::uint32_t kHostWhite16 = 32768;
 inline constexpr std::uint32_t kFileWhite16 = 65535;
 inline constexpr std::uint32_t kFloatWhite = 1;
+
+// The white of a file's samples of this type.
+template <class Sample>
+inline constexpr std::uint32_t kFileWhite = kFloatWhite;
+template <>
+inline constexpr std::uint32_t kFileWhite<std::uint8_t> = kWhite8;
+template <>
+inline constexpr std::uint32_t kFileWhite<std::uint16_t> = kFileWhite16;
+
+// The white of the host's pixels of this type.
+template <class Pixel>
+inline constexpr std::uint32_t kHostWhite = kFloatWhite;
+template <>
+inline constexpr std::uint32_t kHostWhite<PF_Pixel> = kWhite8;
+template <>
+inline constexpr std::uint32_t kHostWhite<PF_Pixel16> = kHostWhite16;
 
 // Rounded to the nearest. Whole numbers end within 0 to their white, NaN as 0; a float that
 // becomes a float keeps what lies outside.
@@ -27,6 +45,7 @@ template <class To, class From>
         return static_cast<To>(static_cast<double>(value) * toWhite + 0.5);
     } else {
         const std::uint64_t limited = value < fromWhite ? value : fromWhite;
+        if (fromWhite == toWhite) return static_cast<To>(limited);
         return static_cast<To>((limited * toWhite + fromWhite / 2) / fromWhite);
     }
 }

@@ -13,8 +13,14 @@ constexpr const char* kCarried[] = {
 };
 constexpr char kFingerprint[] = "streakfall:fingerprint";
 constexpr char kLook[] = "streakfall:look";
-// TIFF has no names of one's own: there the fingerprint stands behind the program's name.
+// TIFF has no names of one's own: there both stand behind the program's name.
 constexpr std::string_view kBehindProgram = ", fingerprint ";
+constexpr std::string_view kBehindFingerprint = ", look ";
+
+std::string textBehind(const std::string& text, std::string_view mark) {
+    const auto at = text.find(mark);
+    return at == std::string::npos ? "" : text.substr(at + mark.size());
+}
 
 }  // namespace
 
@@ -38,10 +44,12 @@ void putMetadata(OIIO::ImageSpec& output, const std::string& format,
     OIIO::attribute("debug", 0);  // the library's word about it is not for the user
     if (stamp.fingerprint.empty()) return;
     if (format == "tiff") {
-        output.attribute("Software",
-                         stamp.program + std::string(kBehindProgram) + stamp.fingerprint);
-        if (output.find_attribute("ImageDescription") == nullptr)
-            output.attribute("ImageDescription", stamp.look);
+        std::string software = stamp.program;
+        software += kBehindProgram;
+        software += stamp.fingerprint;
+        software += kBehindFingerprint;
+        software += stamp.look;
+        output.attribute("Software", software);
         return;
     }
     output.attribute("Software", stamp.program);
@@ -53,8 +61,15 @@ std::string stampedFingerprint(const OIIO::ImageSpec& spec) {
     const std::string own(spec.get_string_attribute(kFingerprint));
     if (!own.empty()) return own;
     const std::string software(spec.get_string_attribute("Software"));
-    const auto at = software.find(kBehindProgram);
-    return at == std::string::npos ? "" : software.substr(at + kBehindProgram.size());
+    const std::string behind = textBehind(software, kBehindProgram);
+    return behind.substr(0, behind.find(kBehindFingerprint));
+}
+
+std::string stampedLook(const OIIO::ImageSpec& spec) {
+    const std::string own(spec.get_string_attribute(kLook));
+    return own.empty()
+               ? textBehind(std::string(spec.get_string_attribute("Software")), kBehindFingerprint)
+               : own;
 }
 
 }  // namespace tool

@@ -25,6 +25,8 @@ void putMetadata(OIIO::ImageSpec& output, const std::string& format,
 // Of an EXR whose colour is straight against the format's custom: "straight".
 inline constexpr char kAlphaAttribute[] = "streakfall:alpha";
 
+// Of a stamp in the file; empty when there is none.
 [[nodiscard]] std::string stampedFingerprint(const OIIO::ImageSpec& spec);
+[[nodiscard]] std::string stampedLook(const OIIO::ImageSpec& spec);
 
 }  // namespace tool

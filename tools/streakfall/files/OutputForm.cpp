@@ -82,7 +82,9 @@ OutputForm chooseOutputForm(const std::string& path, Depth depth, const OutputWi
     const bool custom = form.format == "openexr";
     form.alpha = wishes.alpha.value_or(custom ? Alpha::kAssociated : Alpha::kStraight);
     if (form.format == "png" && form.alpha == Alpha::kAssociated)
-        failUsage("--alpha premultiplied: a PNG holds straight colour; write an EXR or a TIFF");
+        failUsage(
+            "--alpha premultiplied: a PNG holds straight colour; write an EXR or a TIFF, or "
+            "premultiplied: for the input alone");
     chooseCompression(form, wishes.compression);
     return form;
 }

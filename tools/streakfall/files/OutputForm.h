@@ -6,11 +6,9 @@
 #include <optional>
 #include <string>
 
-#include "host/Image.h"
+#include "Picture.h"
 
 namespace tool {
-
-enum class Alpha { kStraight, kAssociated };
 
 // What a command line says of the output; what is not given follows the format's custom.
 struct OutputWishes {

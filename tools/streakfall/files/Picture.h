@@ -16,11 +16,13 @@
 
 namespace tool {
 
+enum class Alpha { kStraight, kAssociated };
+
 struct PictureTraits {
     int width = 0, height = 0;
     standin::Depth depth = standin::Depth::bits8;  // float for everything wider than 16 bits
     bool half = false;                             // stored in half precision
-    bool associated = false;                       // as stored
+    bool associated = false;                       // colour was taken as multiplied by alpha
     std::string format;                            // "png", "tiff", "jpeg", "openexr"
     // Layers and parts of the file that are not in the picture, in words; empty when none.
     std::string dropped;

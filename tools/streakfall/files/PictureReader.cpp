@@ -56,14 +56,24 @@ struct OpenPicture {
     std::unique_ptr<OIIO::ImageInput> file;
     ChannelPlaces at;
     OIIO::ImageSpec spec;  // of that part, at full size
+    bool associated = false;
 };
 
-std::unique_ptr<OIIO::ImageInput> openFile(const std::string& path) {
+// Before anything opens it: a pipe would be waited for.
+void checkFile(const std::string& path) {
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
     if (!std::filesystem::exists(status)) fail(Exit::kInput, "cannot read {}: no such file", path);
     if (std::filesystem::is_directory(status))
         fail(Exit::kInput, "cannot read {}: it is a folder", path);
+    if (!std::filesystem::is_regular_file(status))
+        fail(Exit::kInput, "cannot read {}: it is not a plain file", path);
+    if (const std::string trouble = pngTrouble(path); !trouble.empty())
+        fail(Exit::kInput, "cannot read {}: {}", path, trouble);
+}
+
+std::unique_ptr<OIIO::ImageInput> openFile(const std::string& path) {
+    checkFile(path);
     OIIO::ImageSpec config;
     config.attribute(kStraight, 1);
     auto file = OIIO::ImageInput::open(path, &config);
@@ -83,20 +93,22 @@ void checkSize(const std::string& path, const OIIO::ImageSpec& spec) {
     if (spec.depth > 1) fail(Exit::kInput, "cannot read {}: it is a volume", path);
 }
 
-OpenPicture openPicture(const std::string& path, const std::string& layer) {
-    OpenPicture picture{path, openFile(path), {}, {}};
-    picture.at = chooseChannels(*picture.file, path, layer);
-    picture.spec = picture.file->spec();
-    checkSize(path, picture.spec);
-    return picture;
+// As asked for, else by the format's custom: EXR is, unless it says otherwise, and TIFF by its tag.
+bool isAssociated(const OpenPicture& picture, std::optional<Alpha> asked) {
+    const std::string_view format = picture.file->format_name();
+    if (picture.at.alpha < 0 || (format != "openexr" && format != "tiff")) return false;
+    if (asked) return *asked == Alpha::kAssociated;
+    return picture.spec.get_int_attribute(kStraight) == 0 &&
+           picture.spec.get_string_attribute(kAlphaAttribute) != "straight";
 }
 
-// What is associated by its format's custom: EXR, unless it says otherwise, and TIFF by its tag.
-bool isAssociated(const OpenPicture& picture) {
-    const std::string_view format = picture.file->format_name();
-    return picture.at.alpha >= 0 && (format == "openexr" || format == "tiff") &&
-           picture.spec.get_int_attribute(kStraight) == 0 &&
-           picture.spec.get_string_attribute(kAlphaAttribute) != "straight";
+OpenPicture openPicture(const std::string& path, const ReadWishes& wishes) {
+    OpenPicture picture{path, openFile(path), {}, {}};
+    picture.at = chooseChannels(*picture.file, path, wishes.layer);
+    picture.spec = picture.file->spec();
+    checkSize(path, picture.spec);
+    picture.associated = isAssociated(picture, wishes.alpha);
+    return picture;
 }
 
 PictureTraits traitsOf(const OpenPicture& picture) {
@@ -107,7 +119,7 @@ PictureTraits traitsOf(const OpenPicture& picture) {
     traits.height = lies ? spec.full_width : spec.full_height;
     traits.depth = naturalDepth(readType(spec));
     traits.half = spec.channelformat(picture.at.red) == OIIO::TypeDesc::HALF;
-    traits.associated = isAssociated(picture);
+    traits.associated = picture.associated;
     traits.format = picture.file->format_name();
     traits.dropped = picture.at.dropped;
     traits.carried = carriedMetadata(spec);
@@ -140,31 +152,29 @@ OIIO::ImageBuf decode(OpenPicture& picture) {
 template <class From, class Pixel>
 class PixelTaker {
   public:
-    PixelTaker(const OpenPicture& picture, std::uint32_t fromWhite, std::uint32_t toWhite)
-        : at_(picture.at),
-          first_(picture.at.first()),
-          associated_(isAssociated(picture)),
-          fromWhite_(fromWhite),
-          toWhite_(toWhite) {}
+    explicit PixelTaker(const OpenPicture& picture)
+        : at_(picture.at), first_(picture.at.first()), associated_(picture.associated) {}
 
     Pixel take(const From* pixel) const {
         pixel -= first_;
         const From* alpha = at_.alpha < 0 ? nullptr : pixel + at_.alpha;
         // Under alpha 0 there is nothing to undo, nor where alpha is white.
-        if (associated_ && *alpha != From{0} && *alpha != static_cast<From>(fromWhite_))
-            return straight(pixel, static_cast<double>(*alpha) / fromWhite_);
-        return {alpha ? plain(*alpha) : static_cast<Channel>(toWhite_), plain(pixel[at_.red]),
+        if (associated_ && *alpha != From{0} && *alpha != static_cast<From>(kFromWhite))
+            return straight(pixel, static_cast<double>(*alpha) / kFromWhite);
+        return {alpha ? plain(*alpha) : static_cast<Channel>(kToWhite), plain(pixel[at_.red]),
                 plain(pixel[at_.green]), plain(pixel[at_.blue])};
     }
 
   private:
     using Channel = decltype(Pixel::alpha);
+    static constexpr std::uint32_t kFromWhite = kFileWhite<From>;
+    static constexpr std::uint32_t kToWhite = kHostWhite<Pixel>;
 
-    Channel plain(From value) const { return rescaled<Channel>(value, fromWhite_, toWhite_); }
+    static Channel plain(From value) { return rescaled<Channel>(value, kFromWhite, kToWhite); }
     Pixel straight(const From* pixel, double alpha) const {
         const auto colour = [&](int place) {
-            const double ratio = static_cast<double>(pixel[place]) / fromWhite_ / alpha;
-            return rescaled<Channel>(ratio, kFloatWhite, toWhite_);
+            const double ratio = static_cast<double>(pixel[place]) / kFromWhite / alpha;
+            return rescaled<Channel>(ratio, kFloatWhite, kToWhite);
         };
         return {plain(pixel[at_.alpha]), colour(at_.red), colour(at_.green), colour(at_.blue)};
     }
@@ -172,13 +182,11 @@ class PixelTaker {
     ChannelPlaces at_;
     int first_;
     bool associated_;
-    std::uint32_t fromWhite_, toWhite_;
 };
 
 template <class From, class Pixel>
-void putPixels(const OpenPicture& picture, const OIIO::ImageBuf& buffer, std::uint32_t fromWhite,
-               std::uint32_t toWhite, Image& image) {
-    const PixelTaker<From, Pixel> taker(picture, fromWhite, toWhite);
+void putPixels(const OpenPicture& picture, const OIIO::ImageBuf& buffer, Image& image) {
+    const PixelTaker<From, Pixel> taker(picture);
     const OIIO::ImageSpec& spec = buffer.spec();
     // The file's pixels may cover another window than the picture; what they leave is clear.
     const int left = spec.x - spec.full_x;
@@ -194,40 +202,33 @@ void putPixels(const OpenPicture& picture, const OIIO::ImageBuf& buffer, std::ui
 }
 
 template <class From>
-void putPixels(const OpenPicture& picture, const OIIO::ImageBuf& buffer, std::uint32_t fromWhite,
-               Image& image) {
+void putPixels(const OpenPicture& picture, const OIIO::ImageBuf& buffer, Image& image) {
     switch (image.depth()) {
         case Depth::bits8:
-            return putPixels<From, PF_Pixel>(picture, buffer, fromWhite, kWhite8, image);
+            return putPixels<From, PF_Pixel>(picture, buffer, image);
         case Depth::bits16:
-            return putPixels<From, PF_Pixel16>(picture, buffer, fromWhite, kHostWhite16, image);
+            return putPixels<From, PF_Pixel16>(picture, buffer, image);
         case Depth::float32:
-            return putPixels<From, PF_PixelFloat>(picture, buffer, fromWhite, kFloatWhite, image);
+            return putPixels<From, PF_PixelFloat>(picture, buffer, image);
     }
-}
-
-void checkPng(const std::string& path) {
-    if (const std::string trouble = pngTrouble(path); !trouble.empty())
-        fail(Exit::kInput, "cannot read {}: {}", path, trouble);
 }
 
 }  // namespace
 
 Picture readPictureFile(const std::string& path, std::optional<Depth> depth,
-                        const std::string& layer) {
-    checkPng(path);
-    OpenPicture open = openPicture(path, layer);
+                        const ReadWishes& wishes) {
+    OpenPicture open = openPicture(path, wishes);
     const OIIO::ImageBuf buffer = decode(open);
     const OIIO::ImageSpec& spec = buffer.spec();
     Picture picture{
         Image(spec.full_width, spec.full_height, depth.value_or(naturalDepth(spec.format))),
         traitsOf(open)};
     if (spec.format == OIIO::TypeDesc::UINT8)
-        putPixels<std::uint8_t>(open, buffer, kWhite8, picture.image);
+        putPixels<std::uint8_t>(open, buffer, picture.image);
     else if (spec.format == OIIO::TypeDesc::UINT16)
-        putPixels<std::uint16_t>(open, buffer, kFileWhite16, picture.image);
+        putPixels<std::uint16_t>(open, buffer, picture.image);
     else
-        putPixels<float>(open, buffer, kFloatWhite, picture.image);
+        putPixels<float>(open, buffer, picture.image);
     return picture;
 }
 
@@ -235,9 +236,8 @@ Image readPicture(const std::string& path, std::optional<Depth> depth) {
     return readPictureFile(path, depth).image;
 }
 
-PictureTraits readTraits(const std::string& path, const std::string& layer) {
-    checkPng(path);
-    return traitsOf(openPicture(path, layer));
+PictureTraits readTraits(const std::string& path, const ReadWishes& wishes) {
+    return traitsOf(openPicture(path, wishes));
 }
 
 bool isWholePicture(const std::string& path) {
@@ -251,8 +251,7 @@ bool isWholePicture(const std::string& path) {
 
 std::string storedFingerprint(const std::string& path) {
     try {
-        checkPng(path);
-        OpenPicture open = openPicture(path, "");
+        OpenPicture open = openPicture(path, {});
         std::string fingerprint = stampedFingerprint(open.spec);
         if (!fingerprint.empty()) (void)decode(open);
         return fingerprint;

@@ -27,30 +27,30 @@ constexpr int kStripRows = 256;
 template <class Pixel, class To>
 class PixelGiver {
   public:
-    PixelGiver(std::uint32_t fromWhite, std::uint32_t toWhite, bool associate, bool keepLight)
-        : fromWhite_(fromWhite), toWhite_(toWhite), associate_(associate), keepLight_(keepLight) {}
+    PixelGiver(bool associate, bool keepLight) : associate_(associate), keepLight_(keepLight) {}
 
     void give(const Pixel& pixel, To* to) const {
         to[3] = plain(pixel.alpha);
-        if (!associate_ || pixel.alpha == static_cast<Channel>(fromWhite_) ||
+        if (!associate_ || pixel.alpha == static_cast<Channel>(kFromWhite) ||
             (keepLight_ && pixel.alpha == 0)) {
             to[0] = plain(pixel.red), to[1] = plain(pixel.green), to[2] = plain(pixel.blue);
             return;
         }
-        const double alpha = static_cast<double>(pixel.alpha) / fromWhite_;
+        const double alpha = static_cast<double>(pixel.alpha) / kFromWhite;
         const auto colour = [&](Channel value) {
-            return rescaled<To>(static_cast<double>(value) / fromWhite_ * alpha, kFloatWhite,
-                                toWhite_);
+            return rescaled<To>(static_cast<double>(value) / kFromWhite * alpha, kFloatWhite,
+                                kToWhite);
         };
         to[0] = colour(pixel.red), to[1] = colour(pixel.green), to[2] = colour(pixel.blue);
     }
 
   private:
     using Channel = decltype(Pixel::alpha);
+    static constexpr std::uint32_t kFromWhite = kHostWhite<Pixel>;
+    static constexpr std::uint32_t kToWhite = kFileWhite<To>;
 
-    To plain(Channel value) const { return rescaled<To>(value, fromWhite_, toWhite_); }
+    static To plain(Channel value) { return rescaled<To>(value, kFromWhite, kToWhite); }
 
-    std::uint32_t fromWhite_, toWhite_;
     bool associate_;
     bool keepLight_;  // associated colour under alpha 0, which came so from the input
 };
@@ -72,27 +72,25 @@ class Samples {
                   type_.size());
         switch (image_.depth()) {
             case Depth::bits8:
-                return takeOf<PF_Pixel>(y, kWhite8, to);
+                return takeOf<PF_Pixel>(y, to);
             case Depth::bits16:
-                return takeOf<PF_Pixel16>(y, kHostWhite16, to);
+                return takeOf<PF_Pixel16>(y, to);
             case Depth::float32:
-                return takeOf<PF_PixelFloat>(y, kFloatWhite, to);
+                return takeOf<PF_PixelFloat>(y, to);
         }
     }
 
   private:
     template <class Pixel>
-    void takeOf(int y, std::uint32_t white, std::vector<unsigned char>& to) const {
-        if (type_ == OIIO::TypeDesc::UINT8) return fill<Pixel, std::uint8_t>(y, white, kWhite8, to);
-        if (type_ == OIIO::TypeDesc::UINT16)
-            return fill<Pixel, std::uint16_t>(y, white, kFileWhite16, to);
-        return fill<Pixel, float>(y, white, kFloatWhite, to);
+    void takeOf(int y, std::vector<unsigned char>& to) const {
+        if (type_ == OIIO::TypeDesc::UINT8) return fill<Pixel, std::uint8_t>(y, to);
+        if (type_ == OIIO::TypeDesc::UINT16) return fill<Pixel, std::uint16_t>(y, to);
+        return fill<Pixel, float>(y, to);
     }
 
     template <class Pixel, class To>
-    void fill(int y, std::uint32_t fromWhite, std::uint32_t toWhite,
-              std::vector<unsigned char>& bytes) const {
-        const PixelGiver<Pixel, To> giver(fromWhite, toWhite, associate_, keepLight_);
+    void fill(int y, std::vector<unsigned char>& bytes) const {
+        const PixelGiver<Pixel, To> giver(associate_, keepLight_);
         const Pixel* pixel = image_.row<Pixel>(y);
         To* to = reinterpret_cast<To*>(bytes.data());
         for (To* const end = to + bytes.size() / sizeof(To); to != end; to += 4)

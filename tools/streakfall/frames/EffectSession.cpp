@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "Failure.h"
-#include "Look.h"
 
 namespace tool {
 
@@ -123,13 +122,6 @@ A_long timeOf(int frame, const FrameRate& rate, std::string_view what) {
     if (std::abs(time) > std::numeric_limits<A_long>::max())
         failUsage("{}: frame {} is past the end of time at this --fps", what, frame);
     return static_cast<A_long>(time);
-}
-
-standin::Value valueOn(const ParamKeys& keys, const ParamKey& key, standin::LayerSize layer) {
-    standin::Value value = key.value.on(layer);
-    if (keys.madeFor)  // numbers alone are fitted, and a number is the first part
-        value.part[0] = fitted(value.part[0], fitOf(keys.param->id), *keys.madeFor, layer);
-    return value;
 }
 
 void storeValues(standin::Instance& instance, const ParamArguments& arguments,

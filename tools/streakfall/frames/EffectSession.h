@@ -65,11 +65,6 @@ struct FrameRate {
 // time.
 [[nodiscard]] A_long timeOf(int frame, const FrameRate& rate, std::string_view what);
 
-// A value as the host keeps it on that layer: percents taken of it, and what a look was made for
-// another frame with fitted to it.
-[[nodiscard]] standin::Value valueOn(const ParamKeys& keys, const ParamKey& key,
-                                     standin::LayerSize layer);
-
 // Stores the values in the instance, without telling the effect, as a project does that is
 // opened. Throws Failure (usage) for a key past the end of time.
 void storeValues(standin::Instance& instance, const ParamArguments& arguments,

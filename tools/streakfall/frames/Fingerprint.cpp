@@ -35,7 +35,9 @@ std::string fingerprintOf(const FrameJob& job, const std::string& inputDigest,
     const standin::LayerSize layer = instance.layer();
     digest.add(fmt::format("effect {}\ntime {} {} {}\nlayer {} {} {}\ninput {} {}\n", effectVersion,
                            time.value, form.rate.timeStep, form.rate.timeScale, layer.width,
-                           layer.height, options.divisor, inputDigest, options.layer));
+                           layer.height, options.divisor, inputDigest, options.reading.layer));
+    if (options.reading.alpha)
+        digest.add(fmt::format("read as {}\n", static_cast<int>(*options.reading.alpha)));
     digest.add(fmt::format("form {} {} {} {} {} {}\n", standin::bitDepth(form.depth),
                            form.output.label, static_cast<int>(form.output.alpha),
                            form.output.compression, form.output.level,

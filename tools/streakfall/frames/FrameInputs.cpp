@@ -17,7 +17,7 @@ std::shared_ptr<const FrameInput> FrameInputs::picture(const FrameJob& job) {
 standin::LayerSize FrameInputs::sizeOf(const FrameJob& job) {
     if (isStill(job)) return picture(job)->layer;
     if (job.source != Source::kFile) return form_.size;
-    const PictureTraits traits = readTraits(job.input, options_.layer);
+    const PictureTraits traits = readTraits(job.input, options_.reading);
     return {traits.width, traits.height};
 }
 
@@ -42,7 +42,7 @@ FrameInput FrameInputs::load(const FrameJob& job) const {
                  job.input);
         return black(form_.size);
     }
-    Picture picture = readPictureFile(job.input, form_.depth, options_.layer);
+    Picture picture = readPictureFile(job.input, form_.depth, options_.reading);
     const standin::LayerSize layer{picture.image.width(), picture.image.height()};
     if (options_.divisor > 1) picture.image = reduced(picture.image, options_.divisor);
     return {layer, std::move(picture.image), std::move(picture.traits)};

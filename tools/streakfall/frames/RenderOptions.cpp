@@ -49,16 +49,24 @@ std::vector<int> framesOf(const RenderTexts& texts, const std::optional<FilePatt
 }
 
 // The I-th of N parts whose lengths differ by one at most.
-std::vector<int> chunkOf(const std::vector<int>& frames, std::string_view text) {
-    if (text.empty()) return frames;
+struct Chunk {
+    int part = 1, parts = 1;
+
+    [[nodiscard]] std::vector<int> of(const std::vector<int>& frames) const {
+        const auto edge = [&](int before) {
+            return frames.begin() + static_cast<std::ptrdiff_t>(frames.size()) * before / parts;
+        };
+        return {edge(part - 1), edge(part)};
+    }
+};
+
+Chunk parseChunk(std::string_view text) {
+    if (text.empty()) return {};
     const auto parts = split(text, '/');
     const auto number = [&](std::size_t i) { return parseInt(parts[i]).value_or(0); };
     if (parts.size() != 2 || number(0) < 1 || number(1) < number(0))
         failUsage("--chunk: cannot read \"{}\"; write I/N, part I from 1 to N, as in 2/8", text);
-    const auto edge = [&](int part) {
-        return frames.begin() + static_cast<std::ptrdiff_t>(frames.size()) * part / number(1);
-    };
-    return {edge(number(0) - 1), edge(number(0))};
+    return {number(0), number(1)};
 }
 
 void checkTimes(const RenderOptions& options) {
@@ -75,6 +83,23 @@ int parseJobs(std::string_view text) {
     return jobs;
 }
 
+// "straight" and "premultiplied" hold for the files that are read and those that are written;
+// "IN:OUT", either of which may be empty, for each of them apart.
+std::optional<Alpha> parseAlpha(const std::string& text) {
+    if (text.empty()) return std::nullopt;
+    return choose<Alpha>("--alpha", text,
+                         {{"straight", Alpha::kStraight}, {"premultiplied", Alpha::kAssociated}});
+}
+
+std::optional<Alpha> inputAlphaOf(const std::string& text) {
+    return parseAlpha(text.substr(0, text.find(':')));
+}
+
+std::optional<Alpha> outputAlphaOf(const std::string& text) {
+    const auto colon = text.find(':');
+    return parseAlpha(colon == std::string::npos ? text : text.substr(colon + 1));
+}
+
 OutputWishes wishesOf(const RenderTexts& texts) {
     OutputWishes wishes;
     const bool streams = texts.output == "-";
@@ -83,10 +108,7 @@ OutputWishes wishesOf(const RenderTexts& texts) {
             choose<std::string>("--format", texts.format, {{"png", "png"}, {"rgba", "rgba"}});
     else if (!texts.format.empty())
         failUsage("--format is for a stream, as in -o - --format {}", texts.format);
-    if (!texts.alpha.empty())
-        wishes.alpha =
-            choose<Alpha>("--alpha", texts.alpha,
-                          {{"straight", Alpha::kStraight}, {"premultiplied", Alpha::kAssociated}});
+    wishes.alpha = outputAlphaOf(texts.alpha);
     wishes.half = texts.half;
     wishes.compression = texts.compression;
     return wishes;
@@ -126,7 +148,7 @@ standin::LayerSize parseSize(std::string_view text, std::string_view option) {
 
 RenderOptions::RenderOptions(const RenderTexts& texts)
     : output(texts.output, "--output"),
-      layer(texts.layer),
+      reading{texts.layer, inputAlphaOf(texts.alpha)},
       wishes(wishesOf(texts)),
       divisor(parseScale(texts.scale)),
       road(choose<standin::Road>(
@@ -165,11 +187,12 @@ RenderOptions::RenderOptions(const RenderTexts& texts)
                                         {"32", standin::Depth::float32}});
     // Before the disk is asked for frames: these are usage, whatever is there.
     (void)chooseOutputForm(output.text(), depth.value_or(standin::Depth::bits8), wishes);
+    const Chunk chunk = parseChunk(texts.chunk);
     frames = framesOf(texts, input);
     if (frames.size() > 1 && !output.hasNumber() && !streams())
         failUsage("--output: {} frames need a frame number in \"{}\"; write #### or %04d",
                   frames.size(), output.text());
-    frames = chunkOf(frames, texts.chunk);
+    frames = chunk.of(frames);
     if (!input && !depth) depth = depthForOutput(output.text(), wishes);
     checkTimes(*this);
 }

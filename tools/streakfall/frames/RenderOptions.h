@@ -8,6 +8,7 @@
 #include "EffectSession.h"
 #include "FilePattern.h"
 #include "OutputForm.h"
+#include "PictureReader.h"
 #include "ProgressStyle.h"
 #include "host/FrameRender.h"
 
@@ -38,7 +39,7 @@ struct RenderOptions {
     FilePattern output;
     std::vector<int> frames;  // of the chunk
     standin::LayerSize size{0, 0};
-    std::string layer;
+    ReadWishes reading;
     std::optional<standin::Depth> depth;  // none: the input's own
     std::optional<FrameRate> rate;        // none: the input's own, or 24
     OutputWishes wishes;

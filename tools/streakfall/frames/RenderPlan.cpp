@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 
 #include "Failure.h"
 #include "FrameList.h"
@@ -58,12 +59,23 @@ std::optional<PictureTraits> decidingTraits(const RenderOptions& options, std::s
     for (const int frame : frames) {
         path = options.input->fileFor(frame);
         try {
-            return readTraits(path, options.layer);
+            return readTraits(path, options.reading);
         } catch (const Failure&) {
             continue;  // the frame tells it when its turn comes
         }
     }
     return std::nullopt;
+}
+
+// Only EXR and TIFF can be asked to be read so.
+std::string readingInWords(const PictureTraits& traits, const ReadWishes& wishes) {
+    if (!wishes.alpha || (traits.format != "openexr" && traits.format != "tiff")) return "";
+    return fmt::format("input read as {} alpha, as asked",
+                       *wishes.alpha == Alpha::kStraight ? "straight" : "premultiplied");
+}
+
+std::string plainPath(const std::string& path) {
+    return std::filesystem::path(path).lexically_normal().string();
 }
 
 std::optional<FrameRate> rateOf(const PictureTraits& traits) {
@@ -72,6 +84,17 @@ std::optional<FrameRate> rateOf(const PictureTraits& traits) {
     const int* parts = static_cast<const int*>(found->data());
     if (parts[0] <= 0 || parts[1] <= 0) return std::nullopt;
     return FrameRate{static_cast<A_u_long>(parts[0]), parts[1]};
+}
+
+// A frame that is written may not be the input of another one, which may be read before or after.
+void checkOverlap(const std::vector<FrameJob>& jobs) {
+    std::map<std::string, int> readers;
+    for (const FrameJob& job : jobs)
+        if (job.source == Source::kFile) readers.emplace(plainPath(job.input), job.frame);
+    for (const FrameJob& job : jobs)
+        if (const auto found = readers.find(plainPath(job.output)); found != readers.end())
+            failUsage("--output: frame {} would overwrite {}, the input of frame {}", job.frame,
+                      job.output, found->second);
 }
 
 }  // namespace
@@ -87,11 +110,13 @@ std::vector<FrameJob> planJobs(const RenderOptions& options) {
             failUsage("--output: frame {} would overwrite its own input {}", frame, job.input);
         jobs.push_back(std::move(job));
     }
+    checkOverlap(jobs);
     return jobs;
 }
 
 RunForm planForm(const RenderOptions& options) {
     RunForm form;
+    form.size = options.size;
     std::string file;
     const auto traits = decidingTraits(options, file);
     form.reason = !options.input ? "no input" : traits ? "from " + file : "no input can be read";
@@ -99,6 +124,7 @@ RunForm planForm(const RenderOptions& options) {
         form.size = {traits->width, traits->height};
         form.dropped = traits->dropped.empty() ? "" : file + ": left out: " + traits->dropped;
         form.depth = traits->depth;
+        form.readAs = readingInWords(*traits, options.reading);
         form.rate = rateOf(*traits).value_or(FrameRate{});
     }
     if (options.depth) form.depth = *options.depth;

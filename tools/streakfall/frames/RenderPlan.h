@@ -30,9 +30,11 @@ struct RunForm {
     standin::Depth depth = standin::Depth::bits8;
     FrameRate rate;
     OutputForm output;
-    standin::LayerSize size{0, 0};  // of the file that decided; 0 when there is none
-    std::string reason;             // who decided the depth, in words
-    std::string dropped;            // layers of that file that are not used
+    // Of the file that decided, or as asked for without input; 0 when neither tells it.
+    standin::LayerSize size{0, 0};
+    std::string reason;   // who decided the depth, in words
+    std::string dropped;  // layers of that file that are not used
+    std::string readAs;   // how its alpha was asked to be read, in words; may be empty
 };
 
 // In the order asked for. Throws Failure (usage) for a frame that would overwrite its input.

@@ -60,7 +60,8 @@ RenderRun::RenderRun(const RenderOptions& options, EffectSession& session,
 
 int RenderRun::run() {
     const int count = std::min<int>(options_.jobs, static_cast<int>(jobs_.size()));
-    standin::blocks::keep(mostBytesOfFrame(size(), form_.depth) * static_cast<std::size_t>(count));
+    standin::blocks::keep(mostBytesOfFrame(form_.size, form_.depth) *
+                          static_cast<std::size_t>(count));
     std::vector<std::thread> threads;
     working_ = count;
     for (int i = 0; i < count; ++i) makers_.push_back(std::make_unique<FrameMaker>(share_));
@@ -73,8 +74,6 @@ int RenderRun::run() {
     return code;
 }
 
-standin::LayerSize RenderRun::size() const { return options_.input ? form_.size : options_.size; }
-
 void RenderRun::checkOutputs() const {
     if (options_.streams()) {
         if (isatty(STDOUT_FILENO) != 0)
@@ -85,6 +84,9 @@ void RenderRun::checkOutputs() const {
         std::error_code ignored;
         if (options_.existing == Existing::kError && std::filesystem::exists(job.output, ignored))
             fail(Exit::kOutput, "{} exists already (--existing error)", job.output);
+        if (!options_.report.empty() &&
+            (job.output == options_.report || job.input == options_.report))
+            failUsage("--report: {} is a picture of frame {}", options_.report, job.frame);
     }
     if (!jobs_.empty()) checkWritable(jobs_[0].output);
     if (!options_.report.empty()) checkWritable(options_.report);
@@ -95,13 +97,15 @@ void RenderRun::sayWhatHolds() {
     for (const std::string& warning : arguments_.warnings()) progress_.warn("note: " + warning);
     if (options_.storedDefaults) progress_.note(storedDefaultsNote(share_.session));
     if (!form_.dropped.empty()) progress_.note("note: " + form_.dropped);
+    if (!form_.readAs.empty()) progress_.note(form_.readAs);
     progress_.note(fmt::format(
-        "{} bits a channel ({}), written as {}, {}", standin::bitDepth(form_.depth), form_.reason,
-        form_.output.label,
-        form_.output.alpha == Alpha::kStraight ? "straight alpha" : "premultiplied alpha"));
+        "{} bits a channel ({}), written as {}, {}, {:.6g} frames a second",
+        standin::bitDepth(form_.depth), form_.reason, form_.output.label,
+        form_.output.alpha == Alpha::kStraight ? "straight alpha" : "premultiplied alpha",
+        static_cast<double>(form_.rate.timeScale) / form_.rate.timeStep));
     constexpr std::size_t kMiB = 1u << 20;
     const std::size_t bytes =
-        static_cast<std::size_t>(options_.jobs) * mostBytesOfFrame(size(), form_.depth);
+        static_cast<std::size_t>(options_.jobs) * mostBytesOfFrame(form_.size, form_.depth);
     if (bytes > 0)
         progress_.note(fmt::format("{} at once, {} MiB of pictures at most", options_.jobs,
                                    (bytes + kMiB - 1) / kMiB));

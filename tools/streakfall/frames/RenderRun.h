@@ -34,7 +34,6 @@ class RenderRun {
     int run();
 
   private:
-    [[nodiscard]] standin::LayerSize size() const;  // of the pictures, as far as is known
     void checkOutputs() const;
     void sayWhatHolds();
     void clearOld();

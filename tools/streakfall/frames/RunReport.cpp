@@ -26,7 +26,7 @@ void RunReport::write(const std::string& path, const MakerShare& share, const Pr
     const Json report = {{"program", share.program},
                          {"effect", share.session.version()},
                          {"form", share.form.output.label},
-                         {"values", share.arguments.toJson()},
+                         {"values", share.arguments.toJson(share.form.size)},
                          {"frames", frames_},
                          {"totals",
                           {{"asked", share.options.frames.size()},

@@ -79,6 +79,7 @@ std::vector<int> parseFrameList(std::string_view text) {
 }
 
 std::string describeFrames(const std::vector<int>& frames) {
+    if (frames.empty()) return "0 frames";
     std::string text = fmt::format("{} frame{}: ", frames.size(), frames.size() == 1 ? "" : "s");
     constexpr int kMostParts = 8;
     int parts = 0;

@@ -10,6 +10,13 @@ namespace tool {
 
 using standin::ParamInfo;
 
+standin::Value valueOn(const ParamKeys& keys, const ParamKey& key, standin::LayerSize layer) {
+    standin::Value value = key.value.on(layer);
+    if (keys.madeFor)  // numbers alone are fitted, and a number is the first part
+        value.part[0] = fitted(value.part[0], fitOf(keys.param->id), *keys.madeFor, layer);
+    return value;
+}
+
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -37,6 +44,16 @@ ParamKey parseKey(const ParamInfo& param, std::string_view text) {
                       param.name, word);
     }
     return {ParamValue(param, value), behind, std::string(trimmed(text))};
+}
+
+const char* suffixOf(standin::Way way) {
+    return way == standin::Way::hold ? ":hold" : way == standin::Way::ease ? ":ease" : "";
+}
+
+// As it was written, but for what a look's size changes.
+std::string textOn(const ParamKeys& keys, const ParamKey& key, standin::LayerSize layer) {
+    if (!keys.madeFor || fitOf(keys.param->id) == Fit::kStays) return key.text;
+    return valueText(*keys.param, valueOn(keys, key, layer)) + suffixOf(key.behind);
 }
 
 }  // namespace
@@ -69,13 +86,13 @@ void ParamArguments::addLook(const Look& look) {
     }
 }
 
-Json ParamArguments::toJson() const {
+Json ParamArguments::toJson(standin::LayerSize layer) const {
     Json object = Json::object();
     for (const auto& [index, keys] : values_) {
         Json& value = object[keys.param->name];
-        if (!keys.keyed) value = keys.byFrame.begin()->second.text;
+        if (!keys.keyed) value = textOn(keys, keys.byFrame.begin()->second, layer);
         for (const auto& [frame, key] : keys.byFrame)
-            if (keys.keyed) value[std::to_string(frame)] = key.text;
+            if (keys.keyed) value[std::to_string(frame)] = textOn(keys, key, layer);
     }
     return object;
 }

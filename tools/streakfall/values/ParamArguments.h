@@ -41,6 +41,11 @@ struct ParamKeys {
     std::optional<standin::LayerSize> madeFor{};
 };
 
+// A value as the host keeps it on that layer: percents taken of it, and what a look was made for
+// another frame with fitted to it.
+[[nodiscard]] standin::Value valueOn(const ParamKeys& keys, const ParamKey& key,
+                                     standin::LayerSize layer);
+
 class ParamArguments {
   public:
     // `section` is the one of a settings file that counts, "Version=1.5"; files of other
@@ -53,8 +58,8 @@ class ParamArguments {
     [[nodiscard]] const std::map<int, ParamKeys>& values() const { return values_; }
     // Values past the ranges of their parameters, a line each.
     [[nodiscard]] std::vector<std::string> warnings() const;
-    // As a file for --params that gives these values again.
-    [[nodiscard]] nlohmann::ordered_json toJson() const;
+    // As a file for --params that gives these values again on a layer of this size.
+    [[nodiscard]] nlohmann::ordered_json toJson(standin::LayerSize layer) const;
 
   private:
     void addLook(const Look& look);

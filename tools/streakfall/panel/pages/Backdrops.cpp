@@ -90,7 +90,7 @@ BackdropPicture Backdrops::make(Backdrop which, int frame) const {
     if (which == Backdrop::kChecker) return {layer_, checker(layer_)};
     if (which == Backdrop::kBlack || !input_)
         return {layer_, Image::opaqueBlack(layer_.width, layer_.height, Depth::bits8)};
-    Picture read = readPictureFile(input_->fileFor(frame), Depth::bits8, imageLayer_);
+    Picture read = readPictureFile(input_->fileFor(frame), Depth::bits8, {imageLayer_, {}});
     return {{read.image.width(), read.image.height()}, std::move(read.image)};
 }
 

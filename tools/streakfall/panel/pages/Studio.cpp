@@ -40,7 +40,7 @@ void Studio::findInput() {
     if (!render.input) return;
     // What hinders the first frame is better said now than on the page.
     const auto [least, most] = std::minmax_element(render.frames.begin(), render.frames.end());
-    (void)readTraits(render.input->fileFor(*least), options_.imageLayer);
+    (void)readTraits(render.input->fileFor(*least), {options_.imageLayer, {}});
     input_ = InputInfo{*render.input, static_cast<int>(render.frames.size())};
     if (render.input->hasNumber()) frames_ = {*least, *most};
 }
