@@ -46,6 +46,29 @@ install(FILES ${manual_folder}/streakfall
 install(FILES ${manual_folder}/_streakfall DESTINATION ${STREAKFALL_ZSH_FOLDER})
 install(FILES ${manual_folder}/streakfall.fish
   DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+install(PROGRAMS farm/streakfall.sbatch DESTINATION ${CMAKE_INSTALL_DATADIR}/streakfall)
 install(DIRECTORY looks DESTINATION ${CMAKE_INSTALL_DATADIR}/streakfall FILES_MATCHING PATTERN *.json)
-install(FILES docs/guide/guide-en.html docs/guide/guide-ja.html CHANGELOG.md
+install(FILES docs/guide/guide-en.html docs/guide/guide-ja.html CHANGELOG.md docs/farm.md
   DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/streakfall)
+
+# `cpack` in the build folder makes the Debian package.
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME streakfall)
+set(CPACK_PACKAGE_CONTACT "QUVEX <streakfall@quvex.example>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "comic-style streak lines on pictures and sequences")
+set(CPACK_PACKAGE_DESCRIPTION
+"Draws parallel or fanned streak lines over pictures, each with its own
+length, thickness, colour, soft ends and wobble, all from seeds, so that a
+frame depends on its values and its number alone. Reads PNG, TIFF, JPEG and
+EXR, writes PNG, TIFF and EXR, and has what a render farm needs.")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+  OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/DebianTree.cmake)
+set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/DebianArchive.cmake)
+include(CPack)

@@ -6,8 +6,9 @@ namespace {
 
 // In the order of --help.
 constexpr void (*kCommands[])(CLI::App& program, int& result) = {
-    addRenderCommand,   addParamsCommand, addExplainCommand, addLooksCommand,    addSheetCommand,
-    addDefaultsCommand, addAboutCommand,  addPanelCommand,   addValidateCommand, addManualCommand,
+    addRenderCommand,   addParamsCommand,   addExplainCommand, addLooksCommand,
+    addSheetCommand,    addDefaultsCommand, addAboutCommand,   addPanelCommand,
+    addValidateCommand, addReportCommand,   addManualCommand,
 };
 
 }  // namespace

@@ -18,6 +18,7 @@ void addDefaultsCommand(CLI::App& program, int& result);
 void addAboutCommand(CLI::App& program, int& result);
 void addPanelCommand(CLI::App& program, int& result);
 void addValidateCommand(CLI::App& program, int& result);
+void addReportCommand(CLI::App& program, int& result);
 void addManualCommand(CLI::App& program, int& result);
 
 }  // namespace tool

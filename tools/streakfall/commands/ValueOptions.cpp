@@ -20,7 +20,8 @@ void addRepeated(CLI::App& command, const char* name, std::vector<std::string>& 
 }  // namespace
 
 void addModuleOption(CLI::App& command, std::string& path) {
-    command.add_option("--module", path, "The effect module; else the one that came with this program")
+    command
+        .add_option("--module", path, "The effect module; else the one that came with this program")
         ->type_name("FILE");
 }
 

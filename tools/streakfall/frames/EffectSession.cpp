@@ -1,5 +1,7 @@
 #include "EffectSession.h"
 
+#include <sys/auxv.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <limits>
@@ -37,7 +39,10 @@ standin::HostOffer offerOf(Defaults defaults, const std::string& toldPath) {
 
 fs::path programFolder() {
     std::error_code error;
-    return fs::read_symlink("/proc/self/exe", error).parent_path();
+    fs::path program = fs::read_symlink("/proc/self/exe", error);
+    // A system in a folder may have no /proc: then as the program was called.
+    if (error) program = fs::canonical(reinterpret_cast<const char*>(getauxval(AT_EXECFN)), error);
+    return program.parent_path();
 }
 
 fs::path installedModule() {

@@ -187,12 +187,13 @@ RenderOptions::RenderOptions(const RenderTexts& texts)
                                         {"32", standin::Depth::float32}});
     // Before the disk is asked for frames: these are usage, whatever is there.
     (void)chooseOutputForm(output.text(), depth.value_or(standin::Depth::bits8), wishes);
-    const Chunk chunk = parseChunk(texts.chunk);
+    const Chunk part = parseChunk(texts.chunk);
     frames = framesOf(texts, input);
     if (frames.size() > 1 && !output.hasNumber() && !streams())
         failUsage("--output: {} frames need a frame number in \"{}\"; write #### or %04d",
                   frames.size(), output.text());
-    frames = chunk.of(frames);
+    frames = part.of(frames);
+    chunk = texts.chunk;
     if (!input && !depth) depth = depthForOutput(output.text(), wishes);
     checkTimes(*this);
 }

@@ -38,6 +38,7 @@ struct RenderOptions {
     std::optional<FilePattern> input;  // none: opaque black of `size`
     FilePattern output;
     std::vector<int> frames;  // of the chunk
+    std::string chunk;        // "I/N"; empty: all
     standin::LayerSize size{0, 0};
     ReadWishes reading;
     std::optional<standin::Depth> depth;  // none: the input's own

@@ -18,21 +18,30 @@ void RunReport::add(const FrameJob& job, const MadeFrame& made) {
                   {"fingerprint", made.fingerprint}};
     if (!made.trouble.empty()) frame["trouble"] = made.trouble;
     frames_.push_back(std::move(frame));
+    known_.insert(job.frame);
 }
 
 void RunReport::write(const std::string& path, const MakerShare& share, const Progress& progress,
                       int exitCode) const {
     const Progress::Totals& totals = progress.totals();
+    Json frames = frames_;
+    for (const int frame : share.options.frames)
+        if (!known_.contains(frame))
+            frames.push_back({{"frame", frame},
+                              {"file", share.options.output.fileFor(frame)},
+                              {"status", "missing"}});
     const Json report = {{"program", share.program},
                          {"effect", share.session.version()},
                          {"form", share.form.output.label},
                          {"values", share.arguments.toJson(share.form.size)},
-                         {"frames", frames_},
+                         {"chunk", share.options.chunk},
+                         {"frames", frames},
                          {"totals",
                           {{"asked", share.options.frames.size()},
                            {"written", totals.written},
                            {"skipped", totals.skipped},
                            {"failed", totals.failed},
+                           {"missing", frames.size() - frames_.size()},
                            {"seconds", progress.seconds()}}},
                          {"exit", exitCode}};
     const std::string text = report.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";

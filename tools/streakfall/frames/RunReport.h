@@ -1,8 +1,10 @@
-// The file that --report writes: what became of each frame, totals, and the values, as JSON.
+// The file that --report writes: what became of each frame, totals, and the values, as JSON. Frames
+// that the run did not come to are "missing".
 #pragma once
 
 #include <map>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <string>
 
 #include "Progress.h"
@@ -18,6 +20,7 @@ class RunReport {
 
   private:
     nlohmann::ordered_json frames_ = nlohmann::ordered_json::array();
+    std::set<int> known_;  // the numbers in frames_
 };
 
 // The fingerprints of the frames that an earlier report tells as there, by their files; none when
