@@ -5,8 +5,8 @@
 #   cmake -DSOURCE=... -DOUTPUT=... -P Commit.cmake
 file(STRINGS ${SOURCE}/cmake/commit.txt archived LIMIT_COUNT 1)
 if(archived MATCHES "^([0-9a-f]+) ([0-9-]+)$")
-  set(commit ${CMAKE_MATCH_1})
   set(date ${CMAKE_MATCH_2})
+  string(SUBSTRING ${CMAKE_MATCH_1} 0 12 commit)
 else()
   set(git git -C ${SOURCE})
   execute_process(COMMAND ${git} describe --always --dirty --abbrev=12 --exclude=*
