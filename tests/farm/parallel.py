@@ -33,8 +33,6 @@ def main():
         done = shell(lines)
         assert done.returncode == 0, done.stdout + done.stderr
         assert "32 frames: 32 written" in done.stdout and "chunks: 16 of 16" in done.stdout, done
-        again = shell(lines)
-        assert "32 frames: 0 written, 32 skipped" in again.stdout, again
     return 0
 
 
