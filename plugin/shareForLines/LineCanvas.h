@@ -11,7 +11,7 @@
 #include "hostapi/hostapi.h"
 #include "share/util/EffectWorldPtr.h"
 #include "shareForLines/CoverageTable.h"
-#include "shareForLines/CoveredPixels.h"
+#include "shareForLines/OpenPixels.h"
 #include "shareForLines/SpanTable.h"
 #include "shareForLines/WhatShowsAvx2.h"
 
@@ -26,8 +26,8 @@ struct LineCanvas {
     std::int32_t width = 0;           // pixels
     std::int32_t height = 0;
     SpanTable spans;
-    CoveredPixels covered;
     WhatShows shows;
+    OpenPixels open;
     CoverageBlend weights;
     bool hollowDabs = false;  // a dab may leave its middle to the dabs behind it
     AEUtil::EffectWorldPtr worldRef;

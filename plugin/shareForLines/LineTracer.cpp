@@ -4,7 +4,6 @@
 
 #include "shareForLines/DabPainter.h"
 #include "shareForLines/InstructionSet.h"
-#include "shareForLines/LargeBatchAvx2.h"
 #include "shareForLines/LineWalk.h"
 #include "shareForLines/PenPixels.h"
 #include "shareForLines/SmallDabAvx2.h"
@@ -19,14 +18,14 @@ constexpr double kEdge = 2.0;  // pixels inside the circle from where on a dab i
 template <class Depth>
 class LinePainter {
   public:
-    LinePainter(LineCanvas& lineCanvas, const Stroke<Depth>& stroke, const LineWalk& walk)
+    LinePainter(LineCanvas& lineCanvas, const Stroke<Depth>& stroke, const LineWalk& walk,
+                const OpenPixels& open)
         : canvas(lineCanvas),
           pen(stroke.pen),
           strokeAlpha(stroke.pen.alpha),
           wide(instructionSet() >= InstructionSet::kAvx2),
-          thick(wide && walk.hasDirection()),
-          staysOpen(walk.middlesMayStayOpen()) {
-        run.start(!stroke.waveEnabled, staysOpen);
+          thick(wide && walk.hasDirection()) {
+        run.start(!stroke.waveEnabled, open);
     }
 
     // The dab touches the canvas. False when no later dab of the line can change a pixel.
@@ -52,7 +51,6 @@ class LinePainter {
         const auto alpha = Depth::scaleAlpha(strokeAlpha, f);
         if (alpha != pen.alpha) {
             small.flush(canvas, pen);
-            flushBatch();
         }
         pen.alpha = alpha;
         factor = f;
@@ -89,13 +87,7 @@ class LinePainter {
 
     void paintLarge(const Dab& dab) {
         if (thick && pen.alpha > 0 && insideGivesMost<Depth>(pen)) {
-            if (dab.hollow && staysOpen) {
-                flushRun();
-                if (hold(batch, dab, [&] { flushBatch(); })) return;
-            } else {
-                flushBatch();
-                if (hold(run, dab, [&] { flushRun(); })) return;
-            }
+            if (hold(run, dab, [&] { flushRun(); })) return;
         }
         flushLarge();
         if (wide) {
@@ -117,37 +109,37 @@ class LinePainter {
     void flushRun() {
         if (!run.empty()) run.flush(canvas, pen, single);
     }
-    void flushBatch() {
-        if (!batch.empty()) batch.flush(canvas, pen, single);
-    }
-    void flushLarge() {
-        flushRun();
-        flushBatch();
-    }
+    void flushLarge() { flushRun(); }
 
     LineCanvas& canvas;
     typename Depth::Pixel pen;  // its alpha is that of the current dab
     typename Depth::Channel strokeAlpha;
     double factor = 1.0;  // of the pen's alpha
     bool wide;            // vectors may be used
-    bool thick;           // and runs of large dabs,
-    bool staysOpen;       // or batches of hollow ones that may leave pixels open
+    bool thick;           // and runs of large dabs
     SmallDabAvx2<Depth> small;
     LargeDabAvx2<Depth> single;
     ThickStroke<Depth> run;
-    LargeBatchAvx2<Depth> batch;
 };
 
 // The rest of the walk, from `dab` on, its first one that touches the canvas. Apart from traceLine,
 // as the painter is large, and most lines of a frame may lie off the canvas.
 template <class Depth>
 __attribute__((noinline)) void paintRest(LineWalk& walk, Dab& dab, const Stroke<Depth>& stroke,
-                                         LineCanvas& canvas) {
-    LinePainter<Depth> painter(canvas, stroke, walk);
+                                         LineCanvas& canvas, const OpenPixels& open) {
+    LinePainter<Depth> painter(canvas, stroke, walk, open);
     do {
         if (touchesCanvas(canvas, dab) && !painter.paint(dab)) return;
     } while (walk.next(dab));
     painter.flush();
+}
+
+// Walks on to the first dab that touches the canvas.
+bool reaches(LineWalk& walk, const LineCanvas& canvas, Dab& dab) {
+    while (walk.next(dab)) {
+        if (touchesCanvas(canvas, dab)) return true;
+    }
+    return false;
 }
 
 }  // namespace
@@ -156,14 +148,19 @@ template <class Depth>
 void traceLine(Stroke<Depth>& stroke, LineCanvas& canvas, const LineRecord& line) {
     if (!(stroke.thickness > 0.0) || stroke.pen.alpha == 0 || canvas.world == nullptr) return;
     if (canvas.shows.hidesLine(stroke, line)) return;
-    LineWalk walk(stroke, line);
-    walk.keepTo(canvas);
+    static const OpenPixels kNoPixels;
     Dab dab;
-    while (walk.next(dab)) {
-        if (!touchesCanvas(canvas, dab)) continue;
-        paintRest(walk, dab, stroke, canvas);
+    LineWalk walk(stroke, line);
+    walk.keepTo(canvas.width, canvas.height);
+    if (!reaches(walk, canvas, dab)) return;
+    if (instructionSet() < InstructionSet::kAvx2 || walk.middles() == LineWalk::Middles::kPainted) {
+        paintRest(walk, dab, stroke, canvas, kNoPixels);
         return;
     }
+    canvas.open.find(stroke, line, canvas.width, canvas.height);
+    LineWalk again(stroke, line);
+    again.keepTo(canvas.width, canvas.height);
+    if (reaches(again, canvas, dab)) paintRest(again, dab, stroke, canvas, canvas.open);
 }
 
 template void traceLine<Depth8>(Stroke<Depth8>&, LineCanvas&, const LineRecord&);

@@ -7,6 +7,7 @@
 #include "lines/RandomSequence.h"
 #include "lines/Trigonometry.h"
 #include "shareForLines/LineTracer.h"
+#include "shareForLines/OpenMiddles.h"
 
 namespace streakfall {
 
@@ -47,63 +48,26 @@ LineWalk::LineWalk(StrokeForm& form, const LineRecord& record)
     }
 }
 
-namespace {
-
-constexpr double kShift = 1.0 / 16.0;  // between two quantised centres, beyond the step, pixels
-constexpr double kFarthestEnd = 2.95;  // below kHollowRim
-constexpr double kLongestStep = 1.01;  // of dabs on a straight line, pixels
-
-// How far the end of a hollow row may move along it in a step (x, y), while the radius changes from
-// `narrow` to r. A hollow row lies at most r - 3 from the middle, and its end on the circle of the
-// row beyond.
-double endMoves(double r, double narrow, double x, double y) {
-    const double offset = r - 2.0, farther = offset + y + kShift;
-    const double half2 = r * r - offset * offset, before2 = narrow * narrow - farther * farther;
-    return x + kShift + std::sqrt(half2) - std::sqrt(std::max(before2, 0.0));
-}
-
-// The same for the direction that moves it farthest.
-double endMovesMost(double r, double narrow) {
-    double most = 0.0;
-    for (int degrees = 0; degrees <= 90; degrees += 5) {
-        const double a = degrees * (3.14159265358979 / 180.0);
-        most = std::max(most, endMoves(r, narrow, kLongestStep * std::cos(a) + 0.05,
-                                       kLongestStep * std::sin(a) + 0.05));
-    }
-    return most;
-}
-
-}  // namespace
-
-bool LineWalk::middlesMayStayOpen() const {
-    if (hollowLimit <= 0.0 || half < 5.0) return false;
-    if (!(stroke.startOpacity == 1.0 && stroke.endOpacity == 1.0 && stroke.opacityCenter >= 0.0 &&
-          stroke.opacityCenter < 1.0)) {
-        return true;
-    }
-    const double x = kLongestStep * std::fabs(ux), y = kLongestStep * std::fabs(uy);
-    const auto isFast = [&](double r, double growth) {
-        const double moves =
-            stroke.waveEnabled ? endMovesMost(r, r - growth) : endMoves(r, r - growth, x, y);
-        return moves > kFarthestEnd;
-    };
-    // A narrower dab of the same growth has slower ends.
-    if (isFast(half, 0.0)) return true;
-    const bool shrinks = fOut > 1.0 - hollowLimit && rOut < half;
-    const bool grows = fIn > 0.0 && rIn < half;
-    if (!shrinks || !grows) return false;
-    const auto isFastOn = [&](double thin, double part) {
-        const std::vector<ShapePoint>& curve = stroke.inShape.points;
-        for (std::size_t i = 1; i < curve.size(); ++i) {
-            const double slope =
-                (curve[i].value - curve[i - 1].value) / (curve[i].position - curve[i - 1].position);
-            const double r = (half - thin) * curve[i].value + thin;
-            const double growth = kLongestStep * slope * (half - thin) * dt / part;
-            if (r >= 5.0 && isFast(r, growth)) return true;
-        }
-        return false;
-    };
-    return isFastOn(rIn, fIn) && isFastOn(rOut, fOut);
+LineWalk::Middles LineWalk::middles() const {
+    if (hollowLimit <= 0.0 || half < 5.0) return Middles::kPainted;
+    const bool full = stroke.opacityCenter >= 0.0 && stroke.opacityCenter < 1.0;
+    // Solid dabs of less alpha do not make up for a hollow one.
+    if (stroke.startOpacity != 1.0 || !full) return Middles::kLeft;
+    if (stroke.endOpacity != 1.0) return Middles::kPaintedComing;
+    const double turn = stroke.waveEnabled ? std::atan(steepestSlope(stroke.wave)) : 0.0;
+    // The out ramp is the same curve from its end on, and solid dabs follow on the hollow ones.
+    const double outPart = fOut > 0.0 ? (hollowLimit + 3.0 * dt - (1.0 - fOut)) / fOut : 0.0;
+    const double firstRadius = fIn > 0.0 ? rIn : half;
+    const bool mayStayOpen =
+        middlesMayStayOpen({.ux = ux,
+                            .uy = uy,
+                            .turn = turn,
+                            .radius = half,
+                            .curve = &stroke.inShape.points,
+                            .in = {rIn, 0.0, fIn / dt},
+                            .out = {rOut, 1.0 - outPart, outPart > 0.0 ? fOut / dt : 0.0},
+                            .beginsHollow = firstRadius >= 5.0});
+    return mayStayOpen ? Middles::kPaintedComingOrGoing : Middles::kPainted;
 }
 
 double LineWalk::radiusAt(double place) {

@@ -11,7 +11,6 @@
 #include <cstddef>
 
 #include "lines/LineRecord.h"
-#include "shareForLines/LineCanvas.h"
 #include "shareForLines/Stroke.h"
 
 namespace streakfall {
@@ -30,9 +29,9 @@ class LineWalk {
     LineWalk(StrokeForm& stroke, const LineRecord& line);
 
     // Leaves out the in-between dabs of steps that do not come near the canvas.
-    void keepTo(const LineCanvas& canvas) {
-        width = canvas.width;
-        height = canvas.height;
+    void keepTo(std::int32_t canvasWidth, std::int32_t canvasHeight) {
+        width = canvasWidth;
+        height = canvasHeight;
     }
 
     // The next dab in walk order; false at the end.
@@ -54,15 +53,14 @@ class LineWalk {
     double directionY() const { return uy; }
     bool hasDirection() const { return ux != 0.0 || uy != 0.0; }
 
-    // False when every pixel inside a hollow dab of this line, however it was left open, is painted
-    // at the pen's alpha by another of its dabs.
-    //
-    // Such a pixel stays inside until a solid dab paints it, or some dab is the last to have it
-    // inside, and some was the first. A hollow row keeps kHollowRim pixels at each end; so the
-    // pixel is painted when one of these ends comes or goes in shorter steps. An end moves by the
-    // step along the row, by what the circle is narrower a step farther off its middle, and by what
-    // the radius changes: growing it lets ends come faster, shrinking go faster.
-    bool middlesMayStayOpen() const;
+    // What becomes of the pixels inside the line's hollow dabs that these leave open.
+    enum class Middles {
+        kPainted,               // at the pen's alpha, by another dab
+        kPaintedComingOrGoing,  // likewise, but those that come in and go out past a fast end
+        kPaintedComing,         // likewise, but those that come in past a fast end
+        kLeft,                  // none is painted for sure
+    };
+    Middles middles() const;
 
   private:
     static constexpr std::size_t kSteps = 32;  // at a time

@@ -11,6 +11,7 @@
 #include <span>
 
 #include "shareForLines/LineCanvas.h"
+#include "shareForLines/OpenPixels.h"
 #include "shareForLines/ThickBoundsAvx2.h"
 #include "shareForLines/ThickMergeAvx2.h"
 #include "shareForLines/ThickPlotAvx2.h"
@@ -28,6 +29,7 @@ struct Manner {
     bool straight;        // its dabs lie on a line
     bool whole;           // the core is looked at as well
     bool hollow;          // hollow dabs are looked at as such
+    bool open;            // they may leave pixels open anywhere
     std::int32_t rising;  // 1 or -1 when alphas rise or fall along the way, else 0
 };
 
@@ -48,7 +50,9 @@ class ThickRim {
           window(entries, run, how.straight),
           merges(entries, plot, window, linePen, how.rising) {}
 
-    void paint() {
+    // What hollow dabs leave of the pixels of `open` is put into `kept`, to be written in the end;
+    // they are painted like all others. open may be null.
+    void paint(const OpenPixels* open, std::vector<KeptPixel<Depth>>& kept) {
         const Range places = bounds.places();
         std::int32_t near = dabs.begin(), far = near, middle = near;
         for (std::int32_t place = places.from; place <= places.to; place += kCount) {
@@ -60,7 +64,9 @@ class ThickRim {
                 ++far;
             }
             if (window.moveTo(place)) {
-                paintPlaces(place, std::min(places.to - place + 1, kCount), near, far);
+                const std::int32_t n = std::min(places.to - place + 1, kCount);
+                if (open != nullptr) keepOpen(place, n, *open, kept);
+                paintPlaces(place, n, near, far);
             }
         }
     }
@@ -90,6 +96,44 @@ class ThickRim {
                   [&](Eight& e) { paintEdge(e, near); });
         forPixels(place, where(solid, coreTo + 1, reachTo + 1), reachTo,
                   [&](Eight& e) { paintEdge(e, far); });
+    }
+
+    void keepOpen(std::int32_t place, std::int32_t n, const OpenPixels& open,
+                  std::vector<KeptPixel<Depth>>& kept) {
+        const auto first = static_cast<std::size_t>(place - bounds.places().from);
+        const auto last = first + static_cast<std::size_t>(n);
+        const auto from =
+            *std::min_element(bounds.reachFrom.begin() + static_cast<std::ptrdiff_t>(first),
+                              bounds.reachFrom.begin() + static_cast<std::ptrdiff_t>(last));
+        const auto to =
+            *std::max_element(bounds.reachTo.begin() + static_cast<std::ptrdiff_t>(first),
+                              bounds.reachTo.begin() + static_cast<std::ptrdiff_t>(last));
+        const std::int32_t major = place + dabs.originMajor;
+        Eight e;
+        e.place = lanes::all(place) + kIota;
+        for (std::int32_t m = from; m <= to; ++m) {
+            const std::int32_t minor = m + dabs.originMinor;
+            e.active = (dabs.isSteep() ? open.down(minor, major) : open.across(major, minor)) &
+                       ((1u << n) - 1);
+            if (e.active == 0) continue;
+            e.minor = lanes::all(m);
+            gather(e);
+            if (e.active == 0) continue;
+            e.find();
+            Pixel values[kCount];
+            Pixel* places[kCount];
+            for (unsigned rest = e.active; rest != 0; rest &= rest - 1) {
+                const int i = std::countr_zero(rest);
+                values[i] = *e.at[i];
+                places[i] = e.at[i];
+                e.at[i] = &values[i];
+            }
+            merges.template replay<true>(e, e.active);
+            for (unsigned rest = e.active; rest != 0; rest &= rest - 1) {
+                const int i = std::countr_zero(rest);
+                kept.push_back({places[i], values[i]});
+            }
+        }
     }
 
     // From one minor coordinate to another, each lane its own, both included.
@@ -155,7 +199,7 @@ class ThickRim {
     // Pixels of the rim or the core, over any colour. core: lanes that lie in the core.
     void paintAny(const Eight& e, unsigned core, std::int32_t& guess) {
         const unsigned plain = e.active & ~e.foreign, others = e.active & e.foreign;
-        if (plain != 0 && !merges.isVaried()) {
+        if (plain != 0 && !byMerges()) {
             alignas(32) std::int32_t largest[kCount];
             lanes::store(largest, (plain & ~core) == 0 ? lanes::all(kInside) : largestOf(e, guess));
             for (unsigned rest = plain; rest != 0; rest &= rest - 1) {
@@ -173,9 +217,11 @@ class ThickRim {
 
     template <bool kHollow>
     void mergeAny(const Eight& e, unsigned plain, unsigned others) {
-        if (plain != 0 && merges.isVaried()) merges.template raise<kHollow>(e, plain);
+        if (plain != 0 && byMerges()) merges.template raise<kHollow>(e, plain);
         if (others != 0) merges.template replay<kHollow>(e, others);
     }
+
+    bool byMerges() const { return merges.isVaried() || manner.open; }
 
     typename Depth::Channel alphaAt(std::int32_t g) const {
         return g == kInside ? pen.alpha : Depth::coverAlpha(pen.alpha, g);

@@ -152,7 +152,6 @@ void ThickStroke<Depth>::flush(LineCanvas& canvas, const Pixel& pen, LargeDabAvx
             std::memcpy(&payloads[i], &heldAlphas[i], sizeof heldAlphas[i]);
         }
         dabs.place({held.data(), n}, {payloads.data(), n}, steep);
-        byDabs = dabs.anyHollow && middlesStayOpen && rising == 0;
     }
     Pixel own = pen;
     if (!byDabs) {
@@ -162,7 +161,8 @@ void ThickStroke<Depth>::flush(LineCanvas& canvas, const Pixel& pen, LargeDabAvx
         const Range y{-(steep ? dabs.originMajor : dabs.originMinor),
                       canvas.height - 1 - (steep ? dabs.originMajor : dabs.originMinor)};
         bounds.find(dabs, isStraight, steep ? y : x, steep ? x : y);
-        everything = everything || (own.alpha != Depth::kWhite && meetsOthers(canvas, own));
+        everything = everything || (dabs.anyHollow && open->all()) ||
+                     (own.alpha != Depth::kWhite && meetsOthers(canvas, own));
     }
     if (byDabs) {
         for (std::size_t k = 0; k < static_cast<std::size_t>(count); ++k) {
@@ -174,9 +174,14 @@ void ThickStroke<Depth>::flush(LineCanvas& canvas, const Pixel& pen, LargeDabAvx
         const thick::Manner manner{.straight = isStraight,
                                    .whole = everything,
                                    .hollow = dabs.anyHollow && everything,
+                                   .open = dabs.anyHollow && open->all(),
                                    .rising = rising};
-        thick::ThickRim<Depth>(canvas, own, dabs, bounds, run, manner).paint();
+        const bool some = dabs.anyHollow && !open->all() && !open->empty();
+        kept.clear();
+        thick::ThickRim<Depth>(canvas, own, dabs, bounds, run, manner)
+            .paint(some ? open : nullptr, kept);
         if (!everything) paintCore(canvas, own);
+        for (const KeptPixel<Depth>& pixel : kept) *pixel.at = pixel.value;
     }
     count = 0;
 }

@@ -9,18 +9,19 @@
 //    give more.
 //  - Any other pixel gets its merges one by one, in walk order, from the dabs that paint it
 //    (LargeDabShape), until its colour rests (EightPixels); from there on the largest alpha counts.
-//  - Hollow dabs leave their middle open, but on most lines every pixel inside one of them is
-//    painted by another (LineWalk::middlesMayStayOpen). The hollow runs of other lines are painted
-//    dab by dab.
+//  - Hollow dabs leave their middle open, but nearly every pixel inside one of them is painted by
+//    another. The others (OpenPixels) are worked out by their merges.
 //
 // Owner: the painter of lines. Needs a processor with AVX2.
 #pragma once
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #include "shareForLines/LargeDabAvx2.h"
 #include "shareForLines/LineCanvas.h"
+#include "shareForLines/OpenPixels.h"
 #include "shareForLines/ThickBoundsAvx2.h"
 #include "shareForLines/ThickDabsAvx2.h"
 
@@ -31,11 +32,11 @@ class ThickStroke {
   public:
     using Pixel = typename Depth::Pixel;
 
-    // Before the first dab of a line. `straight`: no wave; `mayStayOpen`: not every pixel inside a
-    // hollow dab gets its paint from another one (LineWalk::middlesMayStayOpen).
-    void start(bool straight, bool mayStayOpen) {
+    // Before the first dab of a line. `straight`: no wave; `pixels`, which outlives the line: those
+    // that its hollow dabs may leave open.
+    void start(bool straight, const OpenPixels& pixels) {
         isStraight = straight;
-        middlesStayOpen = mayStayOpen;
+        open = &pixels;
         count = 0;
     }
 
@@ -54,7 +55,8 @@ class ThickStroke {
     bool meetsOthers(const LineCanvas& canvas, const Pixel& pen) const;
     void paintCore(LineCanvas& canvas, const Pixel& pen) const;
 
-    bool isStraight = true, middlesStayOpen = false;
+    bool isStraight = true;
+    const OpenPixels* open = nullptr;
     bool steep = false;    // y is the major axis
     double advance = 0.0;  // sign of the way along it; 0 before the second dab
     std::int32_t count = 0;
@@ -63,6 +65,7 @@ class ThickStroke {
     std::array<Dab, ThickDabs::kCapacity> held;
     std::array<typename Depth::Channel, ThickDabs::kCapacity> heldAlphas;
     std::array<std::int32_t, ThickDabs::kCapacity> payloads;
+    std::vector<KeptPixel<Depth>> kept;
     ThickDabs dabs;
     ThickBounds bounds;
 };

@@ -89,4 +89,19 @@ double waveOffset(WaveTable& wave) {
            0.16666666666666666;
 }
 
+double steepestSlope(const WaveTable& wave) {
+    // The slope of a uniform B-spline is a mean of the slopes between its control values.
+    double steepest = 0.0;
+    for (std::size_t i = 0; i < WaveTable::kKnots; ++i) {
+        const auto amplitude = [&](std::size_t k) {
+            return wave.knots[(i + k) % WaveTable::kKnots].amplitude;
+        };
+        double rise = std::fabs(amplitude(0) - amplitude(WaveTable::kKnots - 1));
+        rise = std::max(rise, std::fabs(amplitude(1) - amplitude(0)));
+        rise = std::max(rise, std::fabs(amplitude(2) - amplitude(1)));
+        steepest = std::max(steepest, rise / wave.knots[i].length);
+    }
+    return steepest;
+}
+
 }  // namespace streakfall

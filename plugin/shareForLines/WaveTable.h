@@ -38,4 +38,7 @@ void resetWave(WaveTable& wave, std::uint32_t& waveState, double phaseBase);
 // Sideways displacement at the current walk step, pixels; moves on by one step.
 double waveOffset(WaveTable& wave);
 
+// A bound of the displacement's change in a pixel of the walk, 0 or more.
+double steepestSlope(const WaveTable& wave);
+
 }  // namespace streakfall

@@ -103,7 +103,8 @@ void WhatShows::addStraight(StrokeForm& stroke, const LineRecord& line) {
     const double length = walk.length();
     if (!(length <= 32768.0)) return;
     // Of a line whose hollow dabs may leave pixels open, what its solid dabs paint.
-    const double solidFrom = walk.middlesMayStayOpen() ? walk.solidFrom() + 1.0 / length : 0.0;
+    const double solidFrom =
+        walk.middles() != LineWalk::Middles::kPainted ? walk.solidFrom() + 1.0 / length : 0.0;
     Samples samples;
     const double spacing =
         std::max(std::sqrt(stroke.thickness), length / (static_cast<double>(kMaxSamples) - 8.0));
@@ -165,7 +166,7 @@ void WhatShows::addDisc(double x, double y, double r) {
 
 void WhatShows::addWaved(StrokeForm& stroke, const LineRecord& line) {
     LineWalk walk(stroke, line);
-    const bool staysOpen = walk.middlesMayStayOpen();
+    const bool staysOpen = walk.middles() != LineWalk::Middles::kPainted;
     Dab dab;
     double x = HUGE_VAL, y = HUGE_VAL;
     while (walk.next(dab)) {
