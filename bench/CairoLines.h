@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "lines/LineRecord.h"
-#include "shareForLines/Stroke.h"
+#include "shareForLines/path/Stroke.h"
 
 namespace bench {
 

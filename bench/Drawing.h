@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "reference/PlainStroke.h"
-#include "shareForLines/LineCanvas.h"
 #include "shareForLines/LineList.h"
-#include "shareForLines/PixelDepth.h"
-#include "shareForLines/Stroke.h"
+#include "shareForLines/canvas/PixelDepth.h"
+#include "shareForLines/path/Stroke.h"
+#include "shareForLines/trace/LineCanvas.h"
 
 namespace bench {
 

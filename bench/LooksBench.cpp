@@ -11,7 +11,7 @@
 #include "Drawing.h"
 #include "effect/LineSynthesis.h"
 #include "effect/StrokeSetup.h"
-#include "shareForLines/ColorJitter.h"
+#include "shareForLines/path/ColorJitter.h"
 #if BENCH_CAIRO
 #include "CairoLines.h"
 #endif

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "lines/LineRecord.h"
-#include "shareForLines/Stroke.h"
+#include "shareForLines/path/Stroke.h"
 
 namespace bench {
 

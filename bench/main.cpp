@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "Bench.h"
-#include "shareForLines/InstructionSet.h"
+#include "shareForLines/simd/InstructionSet.h"
 
 namespace {
 

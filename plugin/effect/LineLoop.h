@@ -7,8 +7,8 @@
 #include "effect/HostProgress.h"
 #include "effect/StrokeSetup.h"
 #include "lines/LineRecord.h"
-#include "shareForLines/LineCanvas.h"
-#include "shareForLines/TraceLines.h"
+#include "shareForLines/trace/LineCanvas.h"
+#include "shareForLines/trace/LineTracer.h"
 
 namespace streakfall {
 

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "effect/ConvertedParams.h"
-#include "shareForLines/ColorJitter.h"
-#include "shareForLines/PixelDepth.h"
-#include "shareForLines/Stroke.h"
+#include "shareForLines/canvas/PixelDepth.h"
+#include "shareForLines/path/ColorJitter.h"
+#include "shareForLines/path/Stroke.h"
 
 namespace streakfall {
 

@@ -11,7 +11,7 @@
 
 #include "lines/Convert.h"
 #include "reference/PlainPixel.h"
-#include "shareForLines/LineCanvas.h"
+#include "shareForLines/trace/LineCanvas.h"
 
 namespace reference {
 

@@ -16,8 +16,8 @@
 #include "lines/Trigonometry.h"
 #include "reference/PlainDab.h"
 #include "reference/PlainWave.h"
-#include "shareForLines/LineCanvas.h"
-#include "shareForLines/Stroke.h"
+#include "shareForLines/path/Stroke.h"
+#include "shareForLines/trace/LineCanvas.h"
 
 namespace reference {
 

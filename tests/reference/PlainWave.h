@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "lines/RandomSequence.h"
-#include "shareForLines/StrokeShape.h"
-#include "shareForLines/WaveTable.h"
+#include "shareForLines/path/StrokeShape.h"
+#include "shareForLines/path/WaveTable.h"
 
 namespace reference {
 

@@ -11,7 +11,7 @@
 #include "EveryInstructionSet.h"
 #include "PaintBox.h"
 #include "reference/PlainStroke.h"
-#include "shareForLines/LineTracer.h"
+#include "shareForLines/trace/LineTracer.h"
 
 namespace streakfall {
 namespace {

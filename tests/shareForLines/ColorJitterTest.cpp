@@ -3,7 +3,7 @@
 #include <array>
 
 #include "PaintBox.h"
-#include "shareForLines/ColorJitter.h"
+#include "shareForLines/path/ColorJitter.h"
 
 namespace streakfall {
 namespace {

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "PaintBox.h"
-#include "shareForLines/CirclePath.h"
+#include "shareForLines/disc/CirclePath.h"
 
 namespace streakfall {
 namespace {

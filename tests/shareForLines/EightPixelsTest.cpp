@@ -1,5 +1,5 @@
 // The merge of eight pixels against mergePixel on each: alphas, branches, quotients, what no
-// stroke reaches (alphas below 0 and above white, infinities, NaN), and the end of a row.
+// stroke reaches (alphas below 0 and above white, infinities, NaN).
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -9,28 +9,21 @@
 #include <random>
 
 #include "PaintBox.h"
-#include "shareForLines/InstructionSet.h"
-#include "shareForLines/RowMergeAvx2.h"
+#include "shareForLines/simd/EightPixels.h"
+#include "shareForLines/simd/InstructionSet.h"
 
 namespace streakfall {
 namespace {
 
 constexpr int kCount = 8;
 
-#pragma GCC push_options
-#pragma GCC target("avx2")
+#include "shareForLines/simd/Begin.h"
 
-// Merges the first `count` of a row's pixels, by coverage, again as long as it says that this
-// could change one. The others have no coverage.
+// Merges eight pixels, by coverage, again as long as it says that this could change one.
 template <class Depth>
-__attribute__((noinline)) void mergeRow(typename Depth::Pixel* row, int count,
+__attribute__((noinline)) void mergeRow(typename Depth::Pixel* row,
                                         const typename Depth::Pixel& pen,
                                         const std::int32_t* coverage, int times) {
-    if (count < kCount) {
-        const avx2::RowMerge<Depth> merge(pen);
-        for (int n = 0; n < times; ++n) merge(row, count, false, avx2::load(coverage));
-        return;
-    }
     const avx2::EightPixels<Depth> eight(pen);
     auto pixels = eight.load(row);
     bool changes = true;
@@ -40,7 +33,7 @@ __attribute__((noinline)) void mergeRow(typename Depth::Pixel* row, int count,
     eight.store(row, pixels);
 }
 
-#pragma GCC pop_options
+#include "shareForLines/simd/End.h"
 
 std::mt19937 chance(20);
 
@@ -113,7 +106,7 @@ class EightPixels : public ::testing::Test {
                                : Depth::coverAlpha(pen.alpha, coverage[i]);
             for (int n = 0; n < times; ++n) mergePixel<Depth>(wanted[i], pen, a);
         }
-        mergeRow<Depth>(got, count, pen, coverage, times);
+        mergeRow<Depth>(got, pen, coverage, times);
         return std::memcmp(wanted, got, sizeof row) == 0;
     }
 };

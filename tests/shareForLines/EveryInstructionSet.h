@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "shareForLines/InstructionSet.h"
+#include "shareForLines/simd/InstructionSet.h"
 
 namespace streakfall {
 

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "lines/LineRecord.h"
-#include "shareForLines/LineCanvas.h"
-#include "shareForLines/Stroke.h"
-#include "shareForLines/TraceLines.h"
+#include "shareForLines/path/Stroke.h"
+#include "shareForLines/trace/LineCanvas.h"
+#include "shareForLines/trace/LineTracer.h"
 
 namespace streakfall {
 

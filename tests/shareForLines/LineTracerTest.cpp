@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "PaintBox.h"
-#include "shareForLines/LineTracer.h"
+#include "shareForLines/trace/LineTracer.h"
 
 namespace streakfall {
 namespace {

@@ -8,8 +8,8 @@
 
 #include "Chance.h"
 #include "lines/LineRecord.h"
-#include "shareForLines/ColorJitter.h"
-#include "shareForLines/Stroke.h"
+#include "shareForLines/path/ColorJitter.h"
+#include "shareForLines/path/Stroke.h"
 
 namespace streakfall {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "shareForLines/LineCanvas.h"
-#include "shareForLines/PixelDepth.h"
+#include "shareForLines/canvas/PixelDepth.h"
+#include "shareForLines/trace/LineCanvas.h"
 
 namespace streakfall {
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "PaintBox.h"
-#include "shareForLines/MergePixel.h"
+#include "shareForLines/canvas/MergePixel.h"
 
 namespace streakfall {
 namespace {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "shareForLines/ShapeCurve.h"
-#include "shareForLines/Stroke.h"
-#include "shareForLines/StrokeShape.h"
+#include "shareForLines/path/ShapeCurve.h"
+#include "shareForLines/path/Stroke.h"
+#include "shareForLines/path/StrokeShape.h"
 
 namespace streakfall {
 namespace {

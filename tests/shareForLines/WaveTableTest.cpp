@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "shareForLines/WaveTable.h"
+#include "shareForLines/path/WaveTable.h"
 
 namespace streakfall {
 namespace {

@@ -1,0 +1,27 @@
+# room(NAME PATH path [SOURCES files...] [LINKS targets...]): the current folder, or the one below it
+# that the path ends with, as a target with an include root of its own. Through that root its
+# headers are found under the path, and nothing else is: what a room does not link it cannot
+# include. The root is a link in the build tree. Without sources the target is headers alone.
+function(room name)
+  cmake_parse_arguments(ARG "" "PATH" "SOURCES;LINKS" ${ARGN})
+  set(folder ${CMAKE_CURRENT_SOURCE_DIR})
+  cmake_path(GET ARG_PATH FILENAME last)
+  cmake_path(GET folder FILENAME here)
+  if(NOT last STREQUAL here)
+    cmake_path(APPEND folder ${last})
+  endif()
+  set(root ${CMAKE_BINARY_DIR}/rooms/${name})
+  cmake_path(GET ARG_PATH PARENT_PATH above)
+  file(MAKE_DIRECTORY ${root}/${above})
+  file(CREATE_LINK ${folder} ${root}/${ARG_PATH} SYMBOLIC)
+  if(ARG_SOURCES)
+    list(TRANSFORM ARG_SOURCES PREPEND ${folder}/)
+    add_library(${name} STATIC ${ARG_SOURCES})
+    set(reach PUBLIC)
+  else()
+    add_library(${name} INTERFACE)
+    set(reach INTERFACE)
+  endif()
+  target_include_directories(${name} ${reach} ${root})
+  target_link_libraries(${name} ${reach} contract ${ARG_LINKS})
+endfunction()

@@ -1,0 +1,234 @@
+#include "shareForLines/fast/WhatShows.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "shareForLines/path/LineWalk.h"
+#include "shareForLines/plain/DabPainter.h"
+#include "shareForLines/simd/Begin.h"
+#include "shareForLines/simd/Lanes.h"
+
+namespace streakfall {
+namespace {
+
+using namespace lanes;
+
+constexpr double kNearestDab = 0.55;  // of any place along a line, pixels
+constexpr double kRounding = 0.07;    // quantised centres, and single precision
+constexpr double kLeastInner = 2.2;   // a disc below it holds no square
+constexpr std::size_t kMaxSamples = 1024;
+
+// What is white for certain about a place of this radius.
+double innerRadius(double r, double slope) {
+    const double least = r - kNearestDab * slope;
+    if (least >= kLargeRadius) {
+        return std::sqrt(std::max((least - 1.0) * (least - 1.0) - kNearestDab * kNearestDab, 0.0)) -
+               kRounding;
+    }
+    if (least < 3.0) return 0.0;
+    // Signed distance below -0.90625: columns 0 and 1 are full in every row from 2 on.
+    return std::sqrt(std::max(least * least - 1.8125 * least - kNearestDab * kNearestDab, 0.0)) -
+           kRounding;
+}
+
+// Discs along a straight line, in order.
+struct Samples {
+    std::array<float, kMaxSamples> x, y, r2, leastHalf2;
+    std::size_t count = 0;
+
+    void add(double px, double py, double r, double spacing) {
+        x[count] = static_cast<float>(px);
+        y[count] = static_cast<float>(py);
+        r2[count] = static_cast<float>(r * r);
+        // Intervals of neighbouring discs overlap from half the spacing on.
+        leastHalf2[count++] = static_cast<float>(0.36 * spacing * spacing);
+    }
+};
+
+struct Spans {
+    Ints from, to;  // squares
+};
+
+// Of eight rows of squares from `row` on: those that lie in the union of the discs, or, outward,
+// those that meet it.
+template <bool kOutward>
+Spans spansOf(const Samples& samples, std::int32_t row) {
+    constexpr auto cell = static_cast<float>(WhatShows::kCell);
+    const Floats top = toFloats(lanes::all(row) + kIota) * cell, bottom = top + (cell - 1.0f);
+    const Floats zero = lanes::all(0.0f), far = lanes::all(1e7f);
+    Floats left = far, right = -far;
+    for (std::size_t i = 0; i < samples.count; ++i) {
+        const Floats y = lanes::all(samples.y[i]), x = lanes::all(samples.x[i]);
+        const Floats up = top - y, down = bottom - y;
+        const Floats dy =
+            kOutward ? most(most(up, -down), zero) : most(most(up, -up), most(down, -down));
+        const Floats half2 = lanes::all(samples.r2[i]) - dy * dy;
+        const Ints valid = half2 >= lanes::all(samples.leastHalf2[i]);
+        if (!any(valid)) continue;
+        const Floats half = root(most(half2, zero));
+        left = least(left, where(valid, x - half, far));
+        right = most(right, where(valid, x + half, -far));
+    }
+    if (kOutward) return {floorOf(left / cell), floorOf(right / cell)};
+    return {ceilOf(left / cell), floorOf((right - (cell - 1.0f)) / cell)};
+}
+
+}  // namespace
+
+void WhatShows::start(std::int32_t width, std::int32_t height) {
+    columns = static_cast<std::size_t>((width + kCell - 1) / kCell);
+    rows = static_cast<std::size_t>((height + kCell - 1) / kCell);
+    current = added = 0;
+    last.assign(columns * rows, 0);
+}
+
+void WhatShows::add(StrokeForm& stroke, const LineRecord& line) {
+    ++added;
+    if (stroke.thickness < 2.0 * 3.0 || stroke.startOpacity != 1.0 || stroke.endOpacity != 1.0 ||
+        !(stroke.opacityCenter >= 0.0 && stroke.opacityCenter < 1.0)) {
+        return;
+    }
+    if (stroke.waveEnabled) {
+        addWaved(stroke, line);
+    } else {
+        addStraight(stroke, line);
+    }
+}
+
+void WhatShows::addStraight(StrokeForm& stroke, const LineRecord& line) {
+    LineWalk walk(stroke, line);
+    const double length = walk.length();
+    if (!(length <= 32768.0)) return;
+    // Of a line whose hollow dabs may leave pixels open, what its solid dabs paint.
+    const double solidFrom =
+        walk.middles() != LineWalk::Middles::kPainted ? walk.solidFrom() + 1.0 / length : 0.0;
+    Samples samples;
+    const double spacing =
+        std::max(std::sqrt(stroke.thickness), length / (static_cast<double>(kMaxSamples) - 8.0));
+    const auto count = static_cast<std::size_t>(length / spacing) + 1;
+    const double dx = line.x1 - line.x0, dy = line.y1 - line.y0;
+    double before = walk.radiusAt(0.0), here = before;
+    float upper = 1e9f, lower = -1e9f;
+    for (std::size_t i = 0; i <= count; ++i) {
+        const double t = static_cast<double>(i) / static_cast<double>(count);
+        const double next =
+            i < count ? walk.radiusAt(static_cast<double>(i + 1) / static_cast<double>(count))
+                      : here;
+        const double step = length / static_cast<double>(count);
+        // Steepest near the place: ramps bend by little between two samples.
+        const double slope =
+            1.5 * std::max(std::fabs(here - before), std::fabs(next - here)) / step;
+        const double inner = innerRadius(here, slope);
+        if (inner >= kLeastInner && t >= solidFrom) {
+            const double y = line.y0 + t * dy;
+            samples.add(line.x0 + t * dx, y, inner, step);
+            upper = std::min(upper, static_cast<float>(y - inner));
+            lower = std::max(lower, static_cast<float>(y + inner));
+        }
+        before = here;
+        here = next;
+    }
+    const std::int32_t first = std::max(0, static_cast<std::int32_t>(upper) / kCell);
+    const std::int32_t end =
+        std::min(static_cast<std::int32_t>(rows), static_cast<std::int32_t>(lower) / kCell + 1);
+    for (std::int32_t row = first; row < end; row += kCount) {
+        const Spans spans = spansOf<false>(samples, row);
+        for (std::int32_t i = 0; i < std::min(kCount, end - row); ++i) {
+            const std::int32_t from = std::max(spans.from[i], 0);
+            const std::int32_t to = std::min(spans.to[i], static_cast<std::int32_t>(columns) - 1);
+            if (from > to) continue;
+            std::uint32_t* cell = last.data() + static_cast<std::size_t>(row + i) * columns;
+            std::fill(cell + from, cell + to + 1, added);
+        }
+    }
+}
+
+void WhatShows::addDisc(double x, double y, double r) {
+    const auto first = std::max(0, static_cast<std::int32_t>(std::ceil((y - r) / kCell)));
+    const auto end = std::min(static_cast<std::int32_t>(rows),
+                              static_cast<std::int32_t>(std::floor((y + r - 3.0) / kCell)) + 1);
+    for (std::int32_t row = first; row < end; ++row) {
+        const double dy = std::max(std::fabs(row * kCell - y), std::fabs(row * kCell + 3.0 - y));
+        const double half2 = r * r - dy * dy;
+        if (half2 <= 0.0) continue;
+        const double half = std::sqrt(half2);
+        const auto from = std::max(0, static_cast<std::int32_t>(std::ceil((x - half) / kCell)));
+        const auto to = std::min(static_cast<std::int32_t>(columns) - 1,
+                                 static_cast<std::int32_t>(std::floor((x + half - 3.0) / kCell)));
+        if (from > to) continue;
+        std::uint32_t* cell = last.data() + static_cast<std::size_t>(row) * columns;
+        std::fill(cell + from, cell + to + 1, added);
+    }
+}
+
+void WhatShows::addWaved(StrokeForm& stroke, const LineRecord& line) {
+    LineWalk walk(stroke, line);
+    const bool staysOpen = walk.middles() != LineWalk::Middles::kPainted;
+    Dab dab;
+    double x = HUGE_VAL, y = HUGE_VAL;
+    while (walk.next(dab)) {
+        // The dab itself, so nothing is between it and its place.
+        const double r = dab.radius;
+        const double inner = r >= kLargeRadius ? r - 1.0 - kRounding
+                             : r < 3.0         ? 0.0
+                                       : std::sqrt(std::max(r * r - 1.8125 * r, 0.0)) - kRounding;
+        if (inner < kLeastInner || (staysOpen && dab.hollow)) continue;
+        const double dx = dab.x - x, dy = dab.y - y;
+        if (dx * dx + dy * dy < 0.4 * r) continue;
+        x = dab.x;
+        y = dab.y;
+        if (std::fabs(x) < 1e6 && std::fabs(y) < 1e6) addDisc(x, y, inner);
+    }
+}
+
+bool WhatShows::nextShown(std::int32_t& from, std::int32_t to, std::int32_t y,
+                          std::int32_t& end) const {
+    const std::uint32_t* cell = cells(y);
+    std::int32_t c = from / kCell;
+    const std::int32_t lastCell = to / kCell;
+    while (c <= lastCell && cell[c] > current) ++c;
+    if (c > lastCell) return false;
+    from = std::max(from, c * kCell);
+    while (c <= lastCell && cell[c] <= current) ++c;
+    end = std::min(to, c * kCell - 1);
+    return true;
+}
+
+bool WhatShows::hidesLine(const StrokeForm& stroke, const LineRecord& line) const {
+    if (!knows()) return false;
+    const double dx = line.x1 - line.x0, dy = line.y1 - line.y0;
+    const double length = std::sqrt(dx * dx + dy * dy);
+    const double wave = stroke.waveEnabled ? std::fabs(stroke.wave.amount) : 0.0;
+    const double reach = 0.5 * stroke.thickness + 2.5 + wave;
+    if (!(length <= 16384.0) || !(reach <= 16384.0)) return false;
+    const double spacing = std::max(0.5 * reach, length / (static_cast<double>(kMaxSamples) - 8.0));
+    const auto count = static_cast<std::size_t>(length / spacing) + 1;
+    // A point of the line between two discs, half a spacing off at most.
+    const double outer = std::sqrt(reach * reach + spacing * spacing / 4.0) + kRounding;
+    Samples samples;
+    for (std::size_t i = 0; i <= count; ++i) {
+        const double t = static_cast<double>(i) / static_cast<double>(count);
+        samples.add(line.x0 + t * dx, line.y0 + t * dy, outer, 0.0);
+    }
+    const auto cellOf = [](double v) { return static_cast<std::int32_t>(std::floor(v / kCell)); };
+    const std::int32_t first = std::max(0, cellOf(std::min(line.y0, line.y1) - outer));
+    const std::int32_t end =
+        std::min(static_cast<std::int32_t>(rows), cellOf(std::max(line.y0, line.y1) + outer) + 1);
+    for (std::int32_t row = first; row < end; row += kCount) {
+        const Spans spans = spansOf<true>(samples, row);
+        for (std::int32_t i = 0; i < std::min(kCount, end - row); ++i) {
+            const std::int32_t from = std::max(spans.from[i], 0);
+            const std::int32_t to = std::min(spans.to[i], static_cast<std::int32_t>(columns) - 1);
+            const std::uint32_t* cell = last.data() + static_cast<std::size_t>(row + i) * columns;
+            for (std::int32_t c = from; c <= to; ++c) {
+                if (cell[c] <= current) return false;
+            }
+        }
+    }
+    return true;
+}
+
+}  // namespace streakfall
+
+#include "shareForLines/simd/End.h"

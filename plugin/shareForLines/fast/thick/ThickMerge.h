@@ -1,0 +1,193 @@
+// ThickMerge: the pixels of a run of dabs whose merges must be made one by one, in walk order, and
+// those of varied alphas.
+//
+// Merges stop when the colour rests (EightPixels); from there on the largest alpha counts, as it
+// does from the start on a pixel that is empty or has the pen's colour. Along a run alphas rise,
+// fall or stay, so it comes from the first dab met from the high side that has the pixel inside, or
+// from one before.
+//
+// Owner: the painter of a run. Needs a processor with AVX2.
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
+#include "shareForLines/fast/OrderOfPaint.h"
+#include "shareForLines/fast/thick/ThickPlot.h"
+#include "shareForLines/fast/thick/ThickWindow.h"
+#include "shareForLines/simd/Begin.h"
+#include "shareForLines/simd/EightPixels.h"
+
+namespace streakfall::thick {
+
+using namespace lanes;
+
+inline Ints lanesOf(unsigned bits) {
+    return ((lanes::all(static_cast<std::int32_t>(bits)) >> kIota) & 1) != 0;
+}
+
+// Eight pixels of the canvas.
+template <class Depth>
+struct Pixels8 : Places {
+    typename Depth::Pixel* at[kCount];  // of active lanes
+    unsigned active;                    // bits
+    unsigned foreign;                   // those that hold another colour than the pen's
+};
+
+template <class Depth>
+class ThickMerge {
+  public:
+    using Pixel = typename Depth::Pixel;
+    using Channel = typename Depth::Channel;
+    using Eight = Pixels8<Depth>;
+
+    // All outlive it. rising: 1 or -1 when alphas rise or fall along the way, else 0.
+    ThickMerge(const ThickDabs& entries, ThickPlot& plots, const ThickWindow& windows,
+               const Pixel& linePen, std::int32_t rising)
+        : dabs(entries),
+          plot(plots),
+          window(windows),
+          pen(linePen),
+          eight(linePen),
+          varied(rising != 0),
+          highAtEnd((rising > 0) == entries.isForward()) {}
+
+    bool isVaried() const { return varied; }
+
+    // Gives these lanes, empty or of the pen's colour, their largest alpha. kHollow: hollow dabs
+    // leave their middle open.
+    template <bool kHollow>
+    void raise(const Eight& e, unsigned which) {
+        const Ints best =
+            mostAlpha<kHollow>(e, lanesOf(which), window.touchingOf(e, which), highAtEnd);
+        forAlphas(which, best, [&](int i, Channel a) { raiseTo<Depth>(*e.at[i], pen, a); });
+    }
+
+    // Every merge of these lanes in walk order until their colours rest.
+    template <bool kHollow>
+    void replay(const Eight& e, unsigned which) {
+        Offsets o = window.touchingOf(e, which);
+        const Ints wanted = lanesOf(which);
+        alignas(32) Pixel old[kCount] = {};
+        for (unsigned rest = which; rest != 0; rest &= rest - 1) {
+            const int i = std::countr_zero(rest);
+            old[i] = *e.at[i];
+        }
+        auto pixels = eight.load(old);
+        const bool forward = dabs.isForward();
+        Ints best = lanes::all(0);
+        const Channel mostOfAll = highestAlpha(o);
+        while (o.low <= o.high) {
+            const std::int32_t offset = forward ? o.low++ : o.high--;
+            const Cover c = plot.coverOf<kHollow>(e, offset);
+            if (!any(most(c.coverage, c.twin) & wanted)) {
+                if (kHollow && window.isStraight() && !any(~c.open & wanted))
+                    window.skipOpen(e, which, forward, o);
+                continue;
+            }
+            mergeCover(pixels, c, wanted, offset);
+            if (any(~ints(eight.rests(pixels, mostOfAll)) & wanted)) continue;
+            if (isBelow(pixels, which, mostOfAll)) {
+                best = mostAlpha<kHollow>(e, wanted, o, varied ? highAtEnd : !forward);
+            }
+            break;
+        }
+        eight.store(old, pixels);
+        for (unsigned rest = which; rest != 0; rest &= rest - 1) {
+            const int i = std::countr_zero(rest);
+            *e.at[i] = old[i];
+        }
+        forAlphas(which, best, [&](int i, Channel a) {
+            if (a > e.at[i]->alpha) e.at[i]->alpha = a;
+        });
+    }
+
+  private:
+    static Channel alphaOf(std::int32_t payload) {
+        if constexpr (sizeof(Channel) == sizeof payload) {
+            Channel a;
+            std::memcpy(&a, &payload, sizeof a);
+            return a;
+        } else {
+            return static_cast<Channel>(payload);
+        }
+    }
+    template <class Use>
+    static void forAlphas(unsigned which, Ints payloads, Use use) {
+        alignas(32) std::int32_t alphas[kCount];
+        lanes::store(alphas, payloads);
+        for (unsigned rest = which; rest != 0; rest &= rest - 1) {
+            const int i = std::countr_zero(rest);
+            use(i, alphaOf(alphas[i]));
+        }
+    }
+
+    // The largest alphas, as payloads, that entries give these lanes, from the offsets' end of the
+    // higher alphas on until all are inside one that paints them.
+    template <bool kHollow>
+    Ints mostAlpha(const Eight& e, Ints wanted, Offsets o, bool fromEnd) {
+        Ints best = lanes::all(0), missing = wanted;
+        while (o.low <= o.high && any(missing)) {
+            const std::int32_t offset = fromEnd ? o.high-- : o.low++;
+            const Cover c = plot.coverOf<kHollow>(e, offset);
+            const Ints alpha = lanes::load(&dabs.alpha[ThickDabs::at(offset)]);
+            best = most(best, ints(eight.covered(raw(most(c.coverage, c.twin)), raw(alpha))));
+            missing &= c.coverage < kInside;
+        }
+        return best;
+    }
+
+    // True when one of these pixels has less than the alpha.
+    template <class Pixels>
+    bool isBelow(const Pixels& pixels, unsigned which, Channel alpha) const {
+        alignas(32) Pixel now[kCount];
+        eight.store(now, pixels);
+        for (unsigned rest = which; rest != 0; rest &= rest - 1) {
+            if (now[std::countr_zero(rest)].alpha < alpha) return true;
+        }
+        return false;
+    }
+
+    // Of the entries of these offsets.
+    Channel highestAlpha(const Offsets& o) const {
+        if (!varied) return pen.alpha;
+        const std::int32_t k = highAtEnd ? std::min(o.high + kCount - 1, dabs.end() - 1)
+                                         : std::max(o.low, dabs.begin());
+        return alphaOf(dabs.alpha[ThickDabs::at(k)]);
+    }
+
+    // The merges of eight entries, each as often as it has dabs there, and pixels two arcs plot.
+    template <class Pixels>
+    void mergeCover(Pixels& pixels, const Cover& c, Ints wanted, std::int32_t offset) {
+        const std::size_t k = ThickDabs::at(offset);
+        const Ints alpha = lanes::load(&dabs.alpha[k]);
+        const auto merge = [&](Ints coverage, Ints lanesTaken) {
+            const Ints g = coverage & lanesTaken;
+            eight.merge(pixels, eight.ordered(eight.covered(raw(g), raw(alpha))));
+            const Ints twice = g & c.twice;
+            if (any(twice))
+                eight.merge(pixels, eight.ordered(eight.covered(raw(twice), raw(alpha))));
+        };
+        merge(c.coverage, wanted);
+        std::uint64_t times = 0;
+        std::memcpy(&times, &dabs.times[k], sizeof times);
+        if (times == 0x0101010101010101u) return;
+        alignas(32) std::int32_t counts[kCount];
+        for (std::size_t i = 0; i < kCount; ++i) counts[i] = dabs.times[k + i];
+        merge(c.twin, wanted & (lanes::load(counts) > 1));
+    }
+
+    const ThickDabs& dabs;
+    ThickPlot& plot;
+    const ThickWindow& window;
+    const Pixel& pen;
+    const avx2::EightPixels<Depth> eight;
+    const bool varied;
+    const bool highAtEnd;  // alphas rise with the entries
+};
+
+}  // namespace streakfall::thick
+
+#include "shareForLines/simd/End.h"

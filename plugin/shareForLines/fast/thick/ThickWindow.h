@@ -1,0 +1,189 @@
+// ThickWindow: which entries of a run of dabs can matter to eight pixels.
+//
+// Entries are named by offsets: lane i takes entry offset + i.
+//
+// With f(k) the squared distance of a pixel from dab k less the squared radius, f is convex along a
+// straight line: its second difference is 2 (1 - g^2) or more, g the growth of the radius in a
+// pixel, but for the bow of a ramp's curve at its start, by which f is off 2 kRampBow r^2 at the
+// most. Quantised centres move f by at most 0.0885 (r + 1). So if some dab has a pixel, or its
+// neighbour across the rim, inside, then one does that lies within w = root of (0.177 (r + 1) +
+// 0.35) of its foot, and no dab whose f is more than (1 + w)^2 + 0.177 (r + 1) above the least can
+// give more coverage; where the radius varies, so do the table's rows and the distance that a
+// column stands for, which takes some more. Entries are looked at from the last foot found both
+// ways until all are that far above. Along a bent path all are looked at that touch.
+//
+// Owner: the painter of a run. Needs a processor with AVX2.
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <span>
+
+#include "shareForLines/disc/HollowRow.h"
+#include "shareForLines/fast/thick/ThickDabs.h"
+#include "shareForLines/fast/thick/ThickPlot.h"
+#include "shareForLines/path/StrokeShape.h"
+#include "shareForLines/simd/Begin.h"
+#include "shareForLines/simd/Lanes.h"
+
+namespace streakfall::thick {
+
+using namespace lanes;
+
+// Both included; none when low > high.
+struct Offsets {
+    std::int32_t low, high;
+};
+
+class ThickWindow {
+  public:
+    // run, of which dabs holds the entries, outlives it, as do these.
+    ThickWindow(const ThickDabs& entries, std::span<const Dab> run, bool straightRun)
+        : dabs(entries), straight(straightRun) {
+        const double r = dabs.largest, g = dabs.mostGrowth;
+        const double convex = 1.0 - g * g - kBend, noise = 0.177 * (r + 1.0);
+        if (straight && convex > 0.3) {
+            const double w = 1.0 / convex + std::sqrt((noise + 0.35) / convex);
+            const double uneven = g > 0.0 ? 3.0 + 2.2 * g * (2.0 * w + 2.0) +
+                                                0.5 * std::min(r, 11.0) + 2.0 * kRampBow * r * r
+                                          : 0.0;
+            slack = static_cast<std::int32_t>(256.0 * (w * w + noise + 1.0 + uneven));
+        }
+        const Dab &first = run.front(), &last = run.back();
+        const double dx = last.x - first.x, dy = last.y - first.y;
+        const double length = std::max(std::sqrt(dx * dx + dy * dy), 1e-3);
+        const double sign = dabs.isForward() ? 1.0 : -1.0;
+        const bool steep = dabs.isSteep();
+        alongMajor = static_cast<float>(sign * (steep ? dy : dx) / length);
+        alongMinor = static_cast<float>(sign * (steep ? dx : dy) / length);
+        startMajor = static_cast<float>((steep ? first.y : first.x) - dabs.originMajor);
+        startMinor = static_cast<float>((steep ? first.x : first.y) - dabs.originMinor);
+        // Quantised centres, and single precision.
+        touch2 = static_cast<float>((r + 1.3) * (r + 1.3));
+    }
+
+    // Moves on to eight places from this major coordinate on; false when no entry touches them.
+    bool moveTo(std::int32_t place) {
+        const auto widest = static_cast<float>(dabs.largest + 3.0);
+        const auto isBefore = [&](std::int32_t entry, float major) {
+            return entry < dabs.end() && dabs.major[ThickDabs::at(entry)] < major;
+        };
+        while (isBefore(fromEntry, static_cast<float>(place) - widest)) ++fromEntry;
+        while (isBefore(toEntry, static_cast<float>(place + kCount) + widest)) ++toEntry;
+        all = {fromEntry - (kCount - 1), toEntry - 1};
+        return all.low <= all.high;
+    }
+
+    bool isStraight() const { return straight; }
+    // False where all entries that touch must be looked at.
+    bool isBounded() const { return slack != kLimitless; }
+    // All that may touch the eight places.
+    const Offsets& offsets() const { return all; }
+
+    // Walks these offsets both ways from the guess, where the foot was found last, until none can
+    // matter any more, and moves the guess; `look(offset)` gives the lanes' squared distance less
+    // the limit. False when others than these may matter.
+    template <class Look>
+    bool scan(std::int32_t& guess, const Offsets& bounds, Look look) const {
+        const std::int32_t middle = std::clamp(guess, bounds.low, bounds.high);
+        std::int32_t low = middle, high = middle;
+        Ints least = look(middle);
+        const auto matters = [&](std::int32_t offset) {
+            const Ints over = look(offset);
+            least = lanes::least(least, over);
+            return slack == kLimitless || any(over <= least + slack);
+        };
+        bool more = true;
+        while (low > bounds.low && more) more = matters(--low);
+        const bool lowDone = !more || low == all.low;
+        more = true;
+        while (high < bounds.high && more) more = matters(++high);
+        guess = (low + high) / 2;
+        return lowDone && (!more || high == all.high);
+    }
+
+    // The offsets from the first to the last that may touch one of these lanes; none when low >
+    // high. On a straight line a dab touches a pixel when it lies within the root of
+    // (r + 1)^2 - h^2 of the pixel's foot, h being how far the pixel is off the line.
+    Offsets touchingOf(const Places& e, unsigned wanted) const {
+        if (!straight) return all;
+        const Floats m = toFloats(e.place) - lanes::all(startMajor);
+        const Floats n = toFloats(e.minor) - lanes::all(startMinor);
+        const Floats along = m * lanes::all(alongMajor) + n * lanes::all(alongMinor);
+        const Floats across = n * lanes::all(alongMajor) - m * lanes::all(alongMinor);
+        const Floats half2 = lanes::all(touch2) - across * across;
+        const Floats half = root(most(half2, lanes::all(0.0f)));
+        const Ints from =
+            floorOf((along - half) * lanes::all(alongMajor) + lanes::all(startMajor - 0.5f));
+        const Ints to =
+            floorOf((along + half) * lanes::all(alongMajor) + lanes::all(startMajor + 1.5f));
+        Offsets o{all.high + 1, all.low - 1};
+        for (unsigned rest = wanted & bits(half2 >= lanes::all(0.0f)); rest != 0;
+             rest &= rest - 1) {
+            const int i = std::countr_zero(rest);
+            o.low = std::min(o.low, dabs.entryFrom(from[i]) - i);
+            o.high = std::max(o.high, dabs.entryFrom(to[i]) - 1 - i);
+        }
+        return {std::max(o.low, all.low), std::min(o.high, all.high)};
+    }
+
+    // All lanes are open, and stay so as long as the dab's middle is nearer to each of them than
+    // the radius less kDeep: its hollow rows reach that far, and leave as much at both ends.
+    void skipOpen(const Places& e, unsigned wanted, bool forward, Offsets& o) const {
+        constexpr double kDeep = kHollowRim + 2.7;
+        const auto radiusAt = [&](std::int32_t k) {
+            return dabs.exactRadius[ThickDabs::at(std::clamp(k, dabs.begin(), dabs.end() - 1))];
+        };
+        // Of the radii from one entry to another the smallest is that of an end of them.
+        const double r = std::min(radiusAt(o.low), radiusAt(o.high + kCount - 1)) - kDeep;
+        if (r <= 0.0) return;
+        const Floats m = toFloats(e.place) - lanes::all(startMajor);
+        const Floats n = toFloats(e.minor) - lanes::all(startMinor);
+        const Floats along = m * lanes::all(alongMajor) + n * lanes::all(alongMinor);
+        const Floats across = n * lanes::all(alongMajor) - m * lanes::all(alongMinor);
+        const Floats half2 = lanes::all(static_cast<float>(r * r)) - across * across;
+        if ((bits(half2 > lanes::all(0.0f)) & wanted) != wanted) return;
+        const Floats half = root(most(half2, lanes::all(0.0f)));
+        const Ints from =
+            ceilOf((along - half) * lanes::all(alongMajor) + lanes::all(startMajor + 0.1f));
+        const Ints to =
+            floorOf((along + half) * lanes::all(alongMajor) + lanes::all(startMajor - 0.1f));
+        Offsets deep{o.low, o.high};
+        for (unsigned rest = wanted; rest != 0; rest &= rest - 1) {
+            const int i = std::countr_zero(rest);
+            deep.low = std::max(deep.low, dabs.entryFrom(from[i]) - i);
+            deep.high = std::min(deep.high, dabs.entryFrom(to[i]) - 1 - i);
+        }
+        // Solid dabs come last.
+        const auto isHollow = [&](std::int32_t k) {
+            return dabs.hollowRows[ThickDabs::at(std::clamp(k, dabs.begin(), dabs.end() - 1))] >= 0;
+        };
+        if (forward) {
+            while (deep.low <= deep.high && !isHollow(deep.high + kCount - 1)) --deep.high;
+        } else {
+            while (deep.low <= deep.high && !isHollow(deep.low)) ++deep.low;
+        }
+        if (deep.low > deep.high || !isHollow(deep.low) || !isHollow(deep.high + kCount - 1))
+            return;
+        if (forward && deep.low <= o.low) o.low = deep.high + 1;
+        if (!forward && deep.high >= o.high) o.high = deep.low - 1;
+    }
+
+  private:
+    static constexpr double kBend = 0.1;  // of 1 - g^2, for what is not concave
+
+    const ThickDabs& dabs;
+    const bool straight;
+    std::int32_t slack = kLimitless;  // over the least, from which on an entry does not matter
+    // Of a straight run: its first dab, and the direction of rising major coordinates.
+    float startMajor, startMinor, alongMajor, alongMinor;
+    float touch2;  // squared distance from which on a dab touches nothing
+    std::int32_t fromEntry = ThickDabs::kBeyond, toEntry = ThickDabs::kBeyond;
+    Offsets all{0, -1};
+};
+
+}  // namespace streakfall::thick
+
+#include "shareForLines/simd/End.h"

@@ -1,0 +1,37 @@
+// ArcEnds: which columns and rows the arcs of a large dab's outline take.
+//
+// The walk round a large dab visits every column of its flat arcs and every row of its steep ones,
+// and plots there the two pixels that straddle the circle, the inner one and its outward neighbour.
+// So a pixel is
+//
+//   plotted   inside, with its outward neighbour outside, or outside, with its inward one inside,
+//             along y in a column of a flat arc, along x in a row of a steep arc (a pixel where
+//             a flat and a steep arc meet may be plotted by both, twice then);
+//   interior  inside and not plotted;
+//   untouched otherwise.
+//
+// Inside is exact in integers: with (u, v) the pixel's offset from the quantised centre in 1/16
+// pixels, u^2 + v^2 < 256 r^2, where r^2 is the rounded product that the distance formula forms.
+// Where the arcs meet, at 45 degrees, is found by walking their last few steps.
+#pragma once
+
+#include "shareForLines/disc/CirclePath.h"
+#include "shareForLines/disc/Range.h"
+
+namespace streakfall {
+
+struct ArcEnds {
+    // 5 <= r <= 2048. Needs a processor with AVX2.
+    ArcEnds(double x, double y, double r);
+
+    DabCentre centre;
+    // Of a pair of arcs, dab coordinates.
+    Range flatBottom, flatTop;    // columns
+    Range steepLeft, steepRight;  // rows
+    // False for about one small dab in a thousand (in eighteen at radius 5, none from 6.5 on): it
+    // has a pixel where two arcs meet that the walk plots although the circle passes beyond it and
+    // its pair.
+    bool asDescribed;
+};
+
+}  // namespace streakfall

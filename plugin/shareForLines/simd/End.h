@@ -1,0 +1,2 @@
+// Ends what Begin.h began.
+#pragma GCC pop_options

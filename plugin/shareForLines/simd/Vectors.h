@@ -1,0 +1,83 @@
+// Eight pixels at a time, for processors with AVX2: lanes, and coverage by column.
+//
+// The functions compile to AVX2 code and may only be called from code that does, too.
+#pragma once
+
+#include <immintrin.h>
+
+#include <algorithm>
+#include <cstdint>
+
+#include "shareForLines/disc/CoverageTable.h"
+#include "shareForLines/simd/Begin.h"
+
+namespace streakfall::avx2 {
+
+inline constexpr std::int32_t kLanes = 8;
+
+// Stands for the coverage of a dab's interior, where the pen's alpha is its own.
+inline constexpr std::int32_t kInterior = 256;
+
+alignas(32) inline constexpr std::int32_t kWindow[24] = {0,  0,  0,  0,  0, 0, 0, 0, -1, -1, -1, -1,
+                                                         -1, -1, -1, -1, 0, 0, 0, 0, 0,  0,  0,  0};
+
+inline __m256i load(const void* p) { return _mm256_loadu_si256(static_cast<const __m256i*>(p)); }
+
+// All ones in the first `count` lanes, 0 to 8.
+inline __m256i firstLanes(std::int32_t count) { return load(kWindow + 16 - count); }
+
+// All ones in lanes `from` to `to`; either may lie outside 0 to 7.
+inline __m256i lanesBetween(std::int32_t from, std::int32_t to) {
+    return _mm256_andnot_si256(firstLanes(std::clamp(from, 0, kLanes)),
+                               firstLanes(std::clamp(to + 1, 0, kLanes)));
+}
+
+// The first `count` of eight bits, all from 8 on.
+inline unsigned firstBits(std::int32_t count) {
+    return 0xFFu >> (kLanes - std::min(count, kLanes));
+}
+
+// Eight lanes of 0 to 255 as bytes.
+inline void storeBytes(__m256i lanes, std::uint8_t* to) {
+    const __m128i words =
+        _mm_packus_epi32(_mm256_castsi256_si128(lanes), _mm256_extracti128_si256(lanes, 1));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(to), _mm_packus_epi16(words, words));
+}
+
+// Eight coverages of neighbouring columns, blended like coverageInColumn.
+inline __m256i blendRows(const CoverageBlend& w, std::int32_t column) {
+    const auto widen = [column](std::int32_t row) {
+        return _mm256_cvtepu8_epi32(
+            _mm_loadl_epi64(reinterpret_cast<const __m128i*>(&EdgeCoverageTable[row][column])));
+    };
+    const __m256i low = widen(w.rowLow);
+    const __m256i rise = _mm256_sub_epi32(widen(w.rowHigh), low);
+    // low x weightLow + high x weightHigh = low x 65536 + rise x weightHigh
+    const __m256i part = _mm256_srai_epi32(
+        _mm256_add_epi32(_mm256_mullo_epi32(rise, _mm256_set1_epi32(w.weightHigh)),
+                         _mm256_set1_epi32(32768)),
+        16);
+    return _mm256_add_epi32(low, part);
+}
+
+// All 32 coverages of a radius, by column, as bytes.
+inline void coverageTable(const CoverageBlend& w, std::uint8_t* table) {
+    for (std::int32_t c = 0; c < kCoverageColumns; c += kLanes)
+        storeBytes(blendRows(w, c), table + c);
+}
+
+// Half a table of 32 bytes, in both halves of a vector.
+inline __m256i halfTable(const std::uint8_t* half) {
+    return _mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(half)));
+}
+
+// The paint of eight columns, 0 to 31 each; only the low byte of a lane is of use.
+inline __m256i lookUp(__m256i low, __m256i high, __m256i column) {
+    // Bit 4 of the column, moved to the top of its byte, picks the half.
+    return _mm256_blendv_epi8(_mm256_shuffle_epi8(low, column), _mm256_shuffle_epi8(high, column),
+                              _mm256_slli_epi32(column, 3));
+}
+
+}  // namespace streakfall::avx2
+
+#include "shareForLines/simd/End.h"

@@ -1,0 +1,161 @@
+#include "shareForLines/trace/FramePainter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "shareForLines/fast/OrderOfPaint.h"
+#include "shareForLines/plain/DabPainter.h"
+#include "shareForLines/simd/InstructionSet.h"
+
+namespace streakfall {
+namespace {
+
+constexpr double kEdge = 2.0;     // pixels inside the circle from where on a dab is solid
+constexpr double kWorthIt = 0.5;  // parts of the canvas that lines must cover together to be hidden
+
+// Walks on to the first dab that touches the canvas.
+bool reaches(LineWalk& walk, const DabCanvas& canvas, Dab& dab) {
+    walk.keepTo(canvas.width, canvas.height);
+    while (walk.next(dab)) {
+        if (touchesCanvas(canvas, dab)) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+template <class Depth>
+FramePainter<Depth>::FramePainter(DabCanvas& lineCanvas)
+    : canvas(lineCanvas),
+      wide(instructionSet() >= InstructionSet::kAvx2),
+      thin(lineCanvas, shows),
+      thick(lineCanvas, shows, open) {}
+
+template <class Depth>
+typename FramePainter<Depth>::Way FramePainter<Depth>::wayOf(const Dab& dab) const {
+    if (pen.alpha == Depth::kWhite && !dab.hollow && coversCanvas(dab)) return Way::kWhole;
+    if (!wide) return Way::kPlain;
+    if (dab.radius < kLargeRadius) return Way::kThin;
+    return isThick(dab) ? Way::kThick : Way::kPlain;
+}
+
+template <class Depth>
+bool FramePainter<Depth>::isThick(const Dab& dab) const {
+    return hasDirection && insideGivesMost<Depth>(pen) && thick.takes(dab);
+}
+
+// Inside the dab by more than its edge and the quantised centre may take.
+template <class Depth>
+bool FramePainter<Depth>::coversCanvas(const Dab& dab) const {
+    const double dx = std::max(dab.x, canvas.width - 1 - dab.x);
+    const double dy = std::max(dab.y, canvas.height - 1 - dab.y);
+    const double inside = dab.radius - kEdge;
+    return inside > 0.0 && dx * dx + dy * dy < inside * inside;
+}
+
+template <class Depth>
+void FramePainter<Depth>::lookAhead(Stroke<Depth>& stroke, std::span<const LineRecord> lines,
+                                    typename Depth::Channel alpha) {
+    if (alpha != Depth::kWhite || !wide) return;
+    double area = 0.0;
+    for (const LineRecord& line : lines) {
+        const double length = std::hypot(line.x1 - line.x0, line.y1 - line.y0);
+        const double ramps = stroke.inOutEnabled ? stroke.inLength + stroke.outLength : 0.0;
+        const double full = std::max(length - 0.5 * ramps, 0.3 * length);
+        area += std::max(line.thickness - 3.0, 0.0) * full;
+    }
+    if (!(area > kWorthIt * canvas.width * canvas.height)) return;
+    shows.start(canvas.width, canvas.height);
+    for (const LineRecord& line : lines) {
+        stroke.thickness = line.thickness;
+        shows.add(stroke, line);
+    }
+}
+
+template <class Depth>
+void FramePainter<Depth>::paint(Stroke<Depth>& stroke, const LineRecord& line) {
+    if (shows.hidesLine(stroke, line)) return;
+    Dab dab;
+    LineWalk walk(stroke, line);
+    if (!reaches(walk, canvas, dab)) return;
+    open.clear();
+    if (!wide || walk.middles() == LineWalk::Middles::kPainted) {
+        paintFrom(walk, dab, stroke);
+        return;
+    }
+    open.find(stroke, line, canvas.width, canvas.height);
+    LineWalk again(stroke, line);
+    if (reaches(again, canvas, dab)) paintFrom(again, dab, stroke);
+}
+
+// The rest of the walk, from `dab` on, its first one that touches the canvas.
+template <class Depth>
+void FramePainter<Depth>::paintFrom(LineWalk& walk, Dab& dab, const Stroke<Depth>& stroke) {
+    pen = stroke.pen;
+    lineAlpha = pen.alpha;
+    factor = 1.0;
+    hasDirection = walk.hasDirection();
+    thick.start(!stroke.waveEnabled);
+    do {
+        if (!touchesCanvas(canvas, dab)) continue;
+        setFactor(dab.factor);
+        if (pen.alpha == 0) continue;
+        switch (wayOf(dab)) {
+            case Way::kPlain:
+                flushAll();
+                paintDab<Depth>(canvas, pen, dab);
+                break;
+            case Way::kThin:
+                thick.flush(pen);
+                thin.add(pen, dab);
+                break;
+            case Way::kThick:
+                thin.flush(pen);
+                paintThick(dab);
+                break;
+            case Way::kWhole:
+                fillCanvas();
+                return;
+        }
+    } while (walk.next(dab));
+    flushAll();
+}
+
+template <class Depth>
+void FramePainter<Depth>::setFactor(double opacity) {
+    if (opacity == factor) return;
+    const auto alpha = Depth::scaleAlpha(lineAlpha, opacity);
+    if (alpha != pen.alpha) thin.flush(pen);
+    pen.alpha = alpha;
+    factor = opacity;
+}
+
+// A run takes any dab when it is empty.
+template <class Depth>
+void FramePainter<Depth>::paintThick(const Dab& dab) {
+    if (thick.add(dab, pen.alpha)) return;
+    thick.flush(pen);
+    thick.add(dab, pen.alpha);
+}
+
+// White over whatever there was. Dabs held back are not missed.
+template <class Depth>
+void FramePainter<Depth>::fillCanvas() {
+    thin.drop();
+    thick.drop();
+    for (std::int32_t y = 0; y < canvas.height; ++y) {
+        std::fill_n(canvas.row<Depth>(y), canvas.width, pen);
+    }
+}
+
+template <class Depth>
+void FramePainter<Depth>::flushAll() {
+    thin.flush(pen);
+    thick.flush(pen);
+}
+
+template class FramePainter<Depth8>;
+template class FramePainter<Depth16>;
+template class FramePainter<DepthFloat>;
+
+}  // namespace streakfall
