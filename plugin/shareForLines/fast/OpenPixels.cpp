@@ -17,7 +17,8 @@ constexpr std::int32_t kBits = 64;     // of a word
 constexpr double kLongestStep2 = 1.1;  // squared pixels; longer ones leave out what is between
 constexpr double kMostGrowth = 0.9;    // of the radius, pixels
 constexpr double kFlat = 0.70710678118654752;  // part of the radius from which on arcs are flat
-constexpr std::int32_t kMixed = 2;             // pixels more that may be interior where arcs meet
+static_assert(kFarthestEnd < kHollowRim && kLeastDepth < kWholeDepth);
+constexpr std::int32_t kMixed = 2;  // pixels more that may be interior where arcs meet
 
 }  // namespace
 

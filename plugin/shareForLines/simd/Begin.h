@@ -4,5 +4,7 @@
 //
 // Another set of the same width is another name in this line; twice the same sources for two sets
 // want the namespaces of simd/ and fast/ to differ.
+#ifndef __clang__
 #pragma GCC push_options
 #pragma GCC target("avx2")
+#endif

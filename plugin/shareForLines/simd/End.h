@@ -1,2 +1,4 @@
 // Ends what Begin.h began.
+#ifndef __clang__
 #pragma GCC pop_options
+#endif

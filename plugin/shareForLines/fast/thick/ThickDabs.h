@@ -28,6 +28,7 @@ class ThickDabs {
     static constexpr double kLeastAdvance = 0.5;  // of a step, along the major axis, as a part
     static constexpr double kMaxGrowth = 0.75;    // of the radius, from dab to dab
     static constexpr double kQuantum = 0.0442;    // a quantised centre is off by less, pixels
+    static_assert((kCapacity * kMaxStep + 2.0 * kMaxRadius) * 16.0 < 32768.0);  // halves of 16 bits
 
     template <class T>
     using PerEntry = std::array<T, static_cast<std::size_t>(kCapacity + 2 * kBeyond)>;
