@@ -75,7 +75,7 @@ std::string actionOf(const OptionInfo& option) {
     }
 }
 
-// One specification of _arguments a name.
+// One argument of _arguments for each name.
 std::vector<std::string> specsOf(const OptionInfo& option) {
     const std::string value =
         option.form.empty() ? "" : ":" + escaped(option.form) + ":" + actionOf(option);
