@@ -17,6 +17,11 @@ using Json = nlohmann::ordered_json;
 
 constexpr std::array kLanguages{Language::kEnglish, Language::kJapanese};
 
+// What a user typed, and what a picture's metadata holds, need not be UTF-8, which JSON must be.
+std::string jsonText(const Json& json, int indent = -1) {
+    return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+}
+
 std::array<std::string, 2> readTexts(const Json& object, const char* key) {
     std::array<std::string, 2> texts;
     if (!object.contains(key)) return texts;
@@ -35,7 +40,7 @@ standin::LayerSize readSize(const Json& size) {
                       std::all_of(size.begin(), size.end(), [](const Json& side) {
                           return side.is_number_integer() && side > 0 && side <= kPFMaxWorldSide;
                       });
-    if (!good) failUsage("\"size\": {} is no frame; write [1920, 1080]", size.dump());
+    if (!good) failUsage("\"size\": {} is no frame; write [1920, 1080]", jsonText(size));
     return {size[0].get<A_long>(), size[1].get<A_long>()};
 }
 
@@ -59,7 +64,7 @@ Look parseLook(std::string_view key, std::string_view text) try {
     const Json json = Json::parse(text);
     Look look{std::string(key), {}, {}, std::nullopt, ""};
     if (json.is_array()) {
-        look.values = valuesOfList(json).dump();
+        look.values = jsonText(valuesOfList(json));
     } else if (!json.is_object()) {
         failUsage("{}: neither an object of values nor a list", key);
     } else if (!json.contains("values")) {
@@ -68,7 +73,7 @@ Look parseLook(std::string_view key, std::string_view text) try {
         look.name = readTexts(json, "name");
         look.about = readTexts(json, "about");
         if (json.contains("size")) look.size = readSize(json["size"]);
-        look.values = json["values"].dump();
+        look.values = jsonText(json["values"]);
     }
     return look;
 } catch (const Json::parse_error& error) {
@@ -89,7 +94,7 @@ Look lookFromWords(std::string_view key, std::string_view words) {
         name.remove_prefix(std::min(name.find_first_not_of(' '), name.size()));
         values[std::string(name)] = trimmed(setting.substr(equals + 1));
     }
-    return {std::string(key), {}, {}, std::nullopt, values.dump()};
+    return {std::string(key), {}, {}, std::nullopt, jsonText(values)};
 }
 
 const std::vector<Look>& shippedLooks() {
@@ -127,7 +132,7 @@ std::string lookText(const Look& look) {
     if (!look.about[0].empty()) json["about"] = textsJson(look.about);
     if (look.size) json["size"] = {look.size->width, look.size->height};
     json["values"] = Json::parse(look.values);
-    return json.dump(2) + "\n";
+    return jsonText(json, 2) + "\n";
 }
 
 double fitted(double value, Fit fit, standin::LayerSize madeFor, standin::LayerSize layer) {
