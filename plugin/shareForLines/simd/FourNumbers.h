@@ -24,14 +24,14 @@ class Box {
         v = _mm_min_epi32(_mm_max_epi32(_mm256_cvttpd_epi32(corners), least), most);
     }
 
-    bool isEmpty() const { return anyAxis(_mm_cmpgt_epi32(v, _mm_shuffle_epi32(v, 0xEE))); }
+    bool isEmpty() const { return anyAxis(emptyAxes()); }
     Box from(std::int32_t x, std::int32_t y) const {
         return Box(_mm_sub_epi32(v, _mm_setr_epi32(x, y, x, y)));
     }
-    // The first pixel is at most this far from (place, place) on both axes.
+    // It is not empty, and its first pixel at most this far from (place, place) on both axes.
     bool isWithin(std::int32_t reach, std::int32_t place) const {
         const __m128i off = _mm_abs_epi32(_mm_sub_epi32(v, _mm_set1_epi32(place)));
-        return !anyAxis(_mm_cmpgt_epi32(off, _mm_set1_epi32(reach)));
+        return !anyAxis(_mm_or_si128(_mm_cmpgt_epi32(off, _mm_set1_epi32(reach)), emptyAxes()));
     }
     // Numbers of 0 to 255, a byte each.
     std::uint32_t bytes() const {
@@ -45,6 +45,7 @@ class Box {
 
   private:
     explicit Box(__m128i numbers) : v(numbers) {}
+    __m128i emptyAxes() const { return _mm_cmpgt_epi32(v, _mm_shuffle_epi32(v, 0xEE)); }
     // True where x or y is set.
     static bool anyAxis(__m128i lanes) {
         return (_mm_movemask_ps(_mm_castsi128_ps(lanes)) & 3) != 0;

@@ -37,33 +37,25 @@ inline unsigned firstBits(std::int32_t count) {
     return 0xFFu >> (kLanes - std::min(count, kLanes));
 }
 
-// Eight lanes of 0 to 255 as bytes.
-inline void storeBytes(__m256i lanes, std::uint8_t* to) {
-    const __m128i words =
-        _mm_packus_epi32(_mm256_castsi256_si128(lanes), _mm256_extracti128_si256(lanes, 1));
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(to), _mm_packus_epi16(words, words));
-}
-
-// Eight coverages of neighbouring columns, blended like coverageInColumn.
-inline __m256i blendRows(const CoverageBlend& w, std::int32_t column) {
-    const auto widen = [column](std::int32_t row) {
-        return _mm256_cvtepu8_epi32(
-            _mm_loadl_epi64(reinterpret_cast<const __m128i*>(&EdgeCoverageTable[row][column])));
-    };
-    const __m256i low = widen(w.rowLow);
-    const __m256i rise = _mm256_sub_epi32(widen(w.rowHigh), low);
-    // low x weightLow + high x weightHigh = low x 65536 + rise x weightHigh
-    const __m256i part = _mm256_srai_epi32(
-        _mm256_add_epi32(_mm256_mullo_epi32(rise, _mm256_set1_epi32(w.weightHigh)),
-                         _mm256_set1_epi32(32768)),
-        16);
-    return _mm256_add_epi32(low, part);
-}
-
-// All 32 coverages of a radius, by column, as bytes.
+// All 32 coverages of a radius, by column, as bytes, blended like coverageInColumn.
 inline void coverageTable(const CoverageBlend& w, std::uint8_t* table) {
-    for (std::int32_t c = 0; c < kCoverageColumns; c += kLanes)
-        storeBytes(blendRows(w, c), table + c);
+    // rise x weight in 16 bits: a weight of 32768 or more is taken less 65536, which the upper half
+    // of the product lacks `rise` for; the lower half rounds.
+    const __m256i weight = _mm256_set1_epi16(static_cast<std::int16_t>(w.weightHigh));
+    const __m256i lacks = _mm256_set1_epi16(w.weightHigh > INT16_MAX ? -1 : 0);
+    const auto sixteen = [&](std::int32_t column) {
+        const auto widen = [column](std::int32_t row) {
+            return _mm256_cvtepu8_epi16(
+                _mm_loadu_si128(reinterpret_cast<const __m128i*>(&EdgeCoverageTable[row][column])));
+        };
+        const __m256i low = widen(w.rowLow), rise = _mm256_sub_epi16(widen(w.rowHigh), low);
+        const __m256i upper =
+            _mm256_add_epi16(_mm256_mulhi_epi16(rise, weight), _mm256_and_si256(rise, lacks));
+        const __m256i up = _mm256_srli_epi16(_mm256_mullo_epi16(rise, weight), 15);
+        return _mm256_add_epi16(low, _mm256_add_epi16(upper, up));
+    };
+    const __m256i bytes = _mm256_packus_epi16(sixteen(0), sixteen(16));
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(table), _mm256_permute4x64_epi64(bytes, 0xD8));
 }
 
 // Half a table of 32 bytes, in both halves of a vector.

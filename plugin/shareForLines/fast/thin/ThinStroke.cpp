@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 
 #include "shareForLines/disc/CoverageTable.h"
 #include "shareForLines/disc/SmallDabBox.h"
@@ -34,8 +35,8 @@ constexpr double kTwin = 1e-9;
 
 // Places in the square are bytes, and compare as signed numbers.
 constexpr std::int32_t kMiddle = 64;
-constexpr std::int32_t kReach = 32;  // of a box's first pixel from the middle
-constexpr std::uint8_t kNowhere = 127;
+constexpr std::int32_t kReach = 32;           // of a box's first pixel from the middle
+constexpr std::uint32_t kNowhere = 127 << 8;  // a box whose first row no row reaches
 
 constexpr std::uint32_t kNoKey = UINT32_MAX;
 
@@ -166,7 +167,6 @@ inline void ThinStroke<Depth>::paintBlock(const Pixel& pen, const Block& block) 
 // row: in the square.
 template <class Depth>
 void ThinStroke<Depth>::paintRow(const Pixel& pen, std::int32_t row) const {
-    const double guard = kGuard * (1.0 + 1.0 / std::max(thinnest, kSteepRadius));
     const avx2::Bytes lefts(left), rights(right), tops(top), bottoms(bottom);
     std::int32_t x = leastOf(lefts, tops, bottoms, row);
     const auto goOn = [&](Discs& rest) {
@@ -181,7 +181,7 @@ void ThinStroke<Depth>::paintRow(const Pixel& pen, std::int32_t row) const {
         block.reaching = rest & ~whereGreater(lefts, avx2::Bytes(x + kCount - 1));
         block.across = toFloats(kIota) + lanes::all(static_cast<float>(x - kMiddle));
         block.down = lanes::all(static_cast<float>(row - kMiddle));
-        block.guard = lanes::all(static_cast<std::int32_t>(guard) + 1);
+        block.guard = lanes::all(guard);
         block.cover(discs);
         paintBlock(pen, block);
     }
@@ -189,16 +189,20 @@ void ThinStroke<Depth>::paintRow(const Pixel& pen, std::int32_t row) const {
 
 template <class Depth>
 void ThinStroke<Depth>::prepare() {
+    for (std::size_t i = 0; i < kDiscs; i += kCount)
+        avx2::separate(&places[i], &left[i], &top[i], &right[i], &bottom[i]);
     std::uint32_t key = kNoKey;
     Bytes* coverage = coverages.data() - 1;
+    double thinnest = HUGE_VAL;
     for (std::size_t i = 0; i < discCount; ++i) {
         const Dab& dab = dabs[firstDab[i]];
         const double r = dab.radius;
+        thinnest = std::min(thinnest, r);
         if (blendKey(r) != key) {
             key = blendKey(r);
-            CoverageBlend weights;
-            setCoverageBlend(weights, r);
-            coverageTable(weights, (++coverage)->data());
+            const auto row = static_cast<std::int32_t>(key >> 16);
+            const auto weight = static_cast<std::int32_t>(key & 0xFFFF);
+            coverageTable({row, row + 1, weight, 65536 - weight}, (++coverage)->data());
         }
         // Column: (8 / r) (p^2 + q^2) - 8 r + 16.5
         discs[i] = {static_cast<float>(dab.x - (squareX + kMiddle)),
@@ -210,17 +214,20 @@ void ThinStroke<Depth>::prepare() {
                                               firstDab[i]),
                     coverage};
     }
+    guard = static_cast<std::int32_t>(kGuard * (1.0 + 1.0 / std::max(thinnest, kSteepRadius))) + 1;
 }
 
 template <class Depth>
 void ThinStroke<Depth>::flush(const Pixel& pen) {
     if (discCount == 0) return;
     prepare();
+    const std::int32_t first = avx2::leastOf(avx2::Bytes(top));
+    const std::int32_t last = avx2::mostOf(avx2::Bytes(bottom));
     // In the order in which the pixels were asked for.
     if (top[0] <= top[discCount - 1]) {
-        for (std::int32_t row = firstRow; row <= lastRow; ++row) paintRow(pen, row);
+        for (std::int32_t row = first; row <= last; ++row) paintRow(pen, row);
     } else {
-        for (std::int32_t row = lastRow; row >= firstRow; --row) paintRow(pen, row);
+        for (std::int32_t row = last; row >= first; --row) paintRow(pen, row);
     }
     discCount = dabCount = 0;
 }
@@ -229,10 +236,8 @@ template <class Depth>
 void ThinStroke<Depth>::start(const Dab& dab, const Box& box) {
     squareX = box.firstX() - kMiddle;
     squareY = box.firstY() - kMiddle;
-    firstRow = lastRow = kMiddle;
-    thinnest = dab.radius;
     steep = dab.radius < kSteepRadius;
-    top.fill(kNowhere);  // no row reaches a disc that is not there
+    places.fill(kNowhere);
     // No twin of one before.
     lastKey = kNoKey;
     dabs[0] = dab;
@@ -248,8 +253,8 @@ bool ThinStroke<Depth>::fits(const Dab& dab, const Box& place) const {
 template <class Depth>
 void ThinStroke<Depth>::add(const Pixel& pen, const Dab& dab) {
     const Box box(dab.x, dab.y, dab.radius, canvas.width, canvas.height);
-    if (box.isEmpty()) return;
     if (discCount == 0 || !fits(dab, box.from(squareX, squareY))) [[unlikely]] {
+        if (box.isEmpty()) return;
         flush(pen);
         start(dab, box);
     }
@@ -263,13 +268,7 @@ void ThinStroke<Depth>::add(const Pixel& pen, const Dab& dab) {
     const std::size_t i = discCount - twin;
     discCount = i + 1;
     firstDab[i] = twin ? firstDab[i] : static_cast<std::uint8_t>(dabCount);
-    left[i] = static_cast<std::uint8_t>(place);
-    top[i] = static_cast<std::uint8_t>(place >> 8);
-    right[i] = static_cast<std::uint8_t>(place >> 16);
-    bottom[i] = static_cast<std::uint8_t>(place >> 24);
-    firstRow = std::min(firstRow, std::int32_t{top[i]});
-    lastRow = std::max(lastRow, std::int32_t{bottom[i]});
-    thinnest = std::min(thinnest, dab.radius);
+    places[i] = place;
     lastPlace = place;
     lastKey = key;
     its.store(&dabs[dabCount++].x);

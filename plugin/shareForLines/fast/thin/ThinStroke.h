@@ -84,16 +84,16 @@ class ThinStroke {
 
     // The square: places in it are 0 to 127.
     std::int32_t squareX = 0, squareY = 0;  // the pixel at place 0, 0
-    std::int32_t firstRow = 0, lastRow = 0;
-    double thinnest = 0;  // radius of a dab
-    bool steep = false;   // all dabs are so thin that they take the exact way
-    // Of the dab before: its box, a byte each, and its radius as the table takes it.
+    bool steep = false;                     // all dabs are so thin that they take the exact way
+    // Of the dab before: its box in the square, a byte each, and its radius as the table takes it.
     std::uint32_t lastPlace = 0, lastKey = 0;
 
     std::size_t dabCount = 0, discCount = 0;
     std::array<Dab, kDabs> dabs;  // place and radius
     std::array<std::uint8_t, kDiscs> firstDab;
-    alignas(32) Bytes left, right, top, bottom;  // box of a disc, in the square
+    alignas(32) std::array<std::uint32_t, kDiscs> places;  // box of a disc
+    alignas(32) Bytes left, top, right, bottom;            // the same
+    std::int32_t guard = 0;                                // of a closed form, 4096ths of a column
     std::array<Disc, kDiscs> discs;
     alignas(32) std::array<Bytes, kDiscs> coverages;  // of a radius
 };
