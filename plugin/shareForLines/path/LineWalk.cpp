@@ -14,8 +14,9 @@ namespace streakfall {
 LineWalk::LineWalk(StrokeForm& form, const LineRecord& record)
     : stroke(form),
       line(record),
-      straight(!form.waveEnabled && form.startOpacity == 1.0 && form.endOpacity == 1.0 &&
-               form.opacityCenter >= 0.0 && form.opacityCenter < 1.0) {
+      steady(!form.waveEnabled && form.startOpacity == 1.0 && form.endOpacity == 1.0 &&
+             form.opacityCenter >= 0.0 && form.opacityCenter < 1.0),
+      straight(steady) {
     const double dx = line.x1 - line.x0, dy = line.y1 - line.y0;
     double length = std::sqrt(dx * dx + dy * dy);
     if (!(length > 0.0)) length = 1.0;

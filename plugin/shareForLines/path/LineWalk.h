@@ -9,6 +9,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <span>
 
 #include "lines/LineRecord.h"
 #include "shareForLines/path/Stroke.h"
@@ -41,6 +42,18 @@ class LineWalk {
         return true;
     }
 
+    // The next dabs, as many as are worked out at a time; none at the end. They stay until more are
+    // asked for.
+    std::span<const Dab> next() {
+        if (taken == ready && !fill()) return {};
+        const std::span<const Dab> rest(dabs.data() + taken, ready - taken);
+        taken = ready;
+        return rest;
+    }
+
+    // True when the dabs lie on a straight line and all factors are 1.
+    bool isSteady() const { return steady; }
+    double fullRadius() const { return half; }
     // Between the points, pixels; 1 where they are one.
     double length() const { return 1.0 / dt; }
     // The radius at a place along the line, 0 to 1. Within a walk places may not fall.
@@ -86,7 +99,8 @@ class LineWalk {
     double t = 0, px = 0, py = 0;  // place along the line, 0 to 1, and its point
     bool done = false;
     bool first = true;
-    bool straight;   // no wave, the factor is 1, and all steps so far but the first ones painted
+    const bool steady;
+    bool straight;   // steady, and all steps so far but the first ones painted
     Dab previous{};  // last painted step, moved along by the bridge
     Dab current{};   // the step being bridged to
     double bridgeX = 0, bridgeY = 0, bridgeR = 0, bridgeF = 0;  // advance of an in-between dab

@@ -88,37 +88,63 @@ void FramePainter<Depth>::paint(Stroke<Depth>& stroke, const LineRecord& line) {
     if (reaches(again, canvas, dab)) paintFrom(again, dab, stroke);
 }
 
-// The rest of the walk, from `dab` on, its first one that touches the canvas.
+// The rest of the walk, from its first dab on that touches the canvas.
 template <class Depth>
-void FramePainter<Depth>::paintFrom(LineWalk& walk, Dab& dab, const Stroke<Depth>& stroke) {
+void FramePainter<Depth>::paintFrom(LineWalk& walk, const Dab& first, const Stroke<Depth>& stroke) {
     pen = stroke.pen;
     lineAlpha = pen.alpha;
     factor = 1.0;
     hasDirection = walk.hasDirection();
     thick.start(!stroke.waveEnabled);
-    do {
-        if (!touchesCanvas(canvas, dab)) continue;
-        setFactor(dab.factor);
-        if (pen.alpha == 0) continue;
-        switch (wayOf(dab)) {
-            case Way::kPlain:
-                flushAll();
-                paintDab<Depth>(canvas, pen, dab);
-                break;
-            case Way::kThin:
-                thick.flush(pen);
-                thin.add(pen, dab);
-                break;
-            case Way::kThick:
-                thin.flush(pen);
-                paintThick(dab);
-                break;
-            case Way::kWhole:
-                fillCanvas();
-                return;
+    if (!paint(first)) return;
+    for (auto dabs = walk.next(); !dabs.empty(); dabs = walk.next()) {
+        if (areThin(walk, dabs)) {
+            thin.add(pen, dabs);
+            continue;
         }
-    } while (walk.next(dab));
+        for (const Dab& dab : dabs) {
+            if (!paint(dab)) return;
+        }
+    }
     flushAll();
+}
+
+// True when all of them are thin for sure, touch the canvas and have the line's own alpha.
+template <class Depth>
+bool FramePainter<Depth>::areThin(const LineWalk& walk, std::span<const Dab> dabs) const {
+    const auto isOn = [&](const Dab& dab) {
+        return dab.x >= 0.0 && dab.y >= 0.0 && dab.x <= canvas.width - 1 &&
+               dab.y <= canvas.height - 1;
+    };
+    // Between two centres on the canvas there are no others.
+    return wide && walk.isSteady() && walk.fullRadius() < kLargeRadius && isOn(dabs.front()) &&
+           isOn(dabs.back());
+}
+
+// False when no later dab changes a pixel.
+template <class Depth>
+bool FramePainter<Depth>::paint(const Dab& dab) {
+    if (!touchesCanvas(canvas, dab)) return true;
+    setFactor(dab.factor);
+    if (pen.alpha == 0) return true;
+    switch (wayOf(dab)) {
+        case Way::kPlain:
+            flushAll();
+            paintDab<Depth>(canvas, pen, dab);
+            break;
+        case Way::kThin:
+            thick.flush(pen);
+            thin.add(pen, dab);
+            break;
+        case Way::kThick:
+            thin.flush(pen);
+            paintThick(dab);
+            break;
+        case Way::kWhole:
+            fillCanvas();
+            return false;
+    }
+    return true;
 }
 
 template <class Depth>

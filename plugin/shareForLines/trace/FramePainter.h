@@ -47,7 +47,9 @@ class FramePainter {
     bool isThick(const Dab& dab) const;
     bool coversCanvas(const Dab& dab) const;
 
-    void paintFrom(LineWalk& walk, Dab& dab, const Stroke<Depth>& stroke);
+    void paintFrom(LineWalk& walk, const Dab& first, const Stroke<Depth>& stroke);
+    bool paint(const Dab& dab);
+    bool areThin(const LineWalk& walk, std::span<const Dab> dabs) const;
     void setFactor(double opacity);
     void paintThick(const Dab& dab);
     void fillCanvas();

@@ -23,6 +23,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "shareForLines/canvas/CanvasView.h"
 #include "shareForLines/fast/WhatShows.h"
@@ -46,6 +47,11 @@ class ThinStroke {
     // Needs a processor with AVX2. The dab is small and touches the canvas; pen.alpha is the
     // dab's own, not 0. The dab is held back until its stretch is painted.
     void add(const Pixel& pen, const Dab& dab);
+
+    // The same for dabs one after the other.
+    void add(const Pixel& pen, std::span<const Dab> dabsInOrder) {
+        for (const Dab& dab : dabsInOrder) add(pen, dab);
+    }
 
     // Paints what is held back. Due before anything else touches the canvas and before the pen
     // changes.
