@@ -69,8 +69,8 @@ struct ThinStroke<Depth>::Block {
     std::int32_t x, y;                  // first pixel
     Discs reaching;                     // discs that may cover one
     Floats across, down;                // the pixels, from the middle of the square
-    Ints guard;                         // in 4096ths of a column
-    bool exactly;                       // a disc comes near a column's edge
+    Ints unsure;                        // 4096ths of a column behind its edge
+    bool exactly;                       // a disc comes so near to a column's edge
     Ints largest;                       // by pixel
     alignas(32) Ints coverage[kDiscs];  // one after the other, by reaching disc
 
@@ -92,7 +92,7 @@ struct ThinStroke<Depth>::Block {
     bool isNearEdge(const Disc& disc) const { return isNearEdge(pastEdge(fineColumns(disc))); }
 
   private:
-    // Limited to columns 0.5 to 31.5: beyond them there is no edge to miss.
+    // With the guard. Limited to columns 0.5 to 31.5: beyond them there is no edge to miss.
     Ints fineColumns(const Disc& disc) const {
         const Floats p = across - lanes::all(disc.x), q = down - lanes::all(disc.y);
         const Floats column = (p * p + q * q) * lanes::all(disc.scale) + lanes::all(disc.base);
@@ -100,9 +100,8 @@ struct ThinStroke<Depth>::Block {
                              lanes::all(static_cast<float>(31.5 * kFine))));
     }
 
-    // How far behind the start of an edge's guarded zone.
-    Ints pastEdge(Ints fine) const { return (fine + guard) & 4095; }
-    bool isNearEdge(Ints past) const { return any(guard + guard > past); }
+    static Ints pastEdge(Ints fine) { return fine & 4095; }
+    bool isNearEdge(Ints past) const { return any(unsure > past); }
 
     Ints coverageOf(const Disc& disc, Ints fine) const {
         return ByteTable(disc.coverage->data())[fine >> 12] & (across <= lanes::all(disc.right));
@@ -181,7 +180,7 @@ void ThinStroke<Depth>::paintRow(const Pixel& pen, std::int32_t row) const {
         block.reaching = rest & ~whereGreater(lefts, avx2::Bytes(x + kCount - 1));
         block.across = toFloats(kIota) + lanes::all(static_cast<float>(x - kMiddle));
         block.down = lanes::all(static_cast<float>(row - kMiddle));
-        block.guard = lanes::all(guard);
+        block.unsure = lanes::all(2 * guard);
         block.cover(discs);
         paintBlock(pen, block);
     }
@@ -191,30 +190,32 @@ template <class Depth>
 void ThinStroke<Depth>::prepare() {
     for (std::size_t i = 0; i < kDiscs; i += kCount)
         avx2::separate(&places[i], &left[i], &top[i], &right[i], &bottom[i]);
+    double thinnest = HUGE_VAL;
+    for (std::size_t i = 0; i < discCount; ++i) {
+        thinnest = std::min(thinnest, dabs[firstDab[i]].radius);
+    }
+    guard = static_cast<std::int32_t>(kGuard * (1.0 + 1.0 / std::max(thinnest, kSteepRadius))) + 1;
     std::uint32_t key = kNoKey;
     Bytes* coverage = coverages.data() - 1;
-    double thinnest = HUGE_VAL;
     for (std::size_t i = 0; i < discCount; ++i) {
         const Dab& dab = dabs[firstDab[i]];
         const double r = dab.radius;
-        thinnest = std::min(thinnest, r);
         if (blendKey(r) != key) {
             key = blendKey(r);
             const auto row = static_cast<std::int32_t>(key >> 16);
             const auto weight = static_cast<std::int32_t>(key & 0xFFFF);
             coverageTable({row, row + 1, weight, 65536 - weight}, (++coverage)->data());
         }
-        // Column: (8 / r) (p^2 + q^2) - 8 r + 16.5
+        // Column: (8 / r) (p^2 + q^2) - 8 r + 16.5; the guard moves what is unsure behind an edge.
         discs[i] = {static_cast<float>(dab.x - (squareX + kMiddle)),
                     static_cast<float>(dab.y - (squareY + kMiddle)),
                     static_cast<float>(kFine * 8.0 / r),
-                    static_cast<float>(kFine * (16.5 - 8.0 * r)),
+                    static_cast<float>(kFine * (16.5 - 8.0 * r) + guard),
                     static_cast<float>(right[i] - kMiddle),
                     static_cast<std::int32_t>((i + 1 < discCount ? firstDab[i + 1] : dabCount) -
                                               firstDab[i]),
                     coverage};
     }
-    guard = static_cast<std::int32_t>(kGuard * (1.0 + 1.0 / std::max(thinnest, kSteepRadius))) + 1;
 }
 
 template <class Depth>
