@@ -159,7 +159,7 @@ constexpr Diagonals::ArcLanes Diagonals::kSecond{1};
 
 }  // namespace
 
-ArcEnds::ArcEnds(double x, double y, double r) : centre(quantiseCentre(x, y)) {
+ArcEnds::ArcEnds(const DabCentre& centre, double r) {
     const Diagonals at(centre, r);
     flatBottom = {at.before.x[3] + 1, at.before.x[0]};
     flatTop = {at.before.x[2], at.before.x[1] - 1};

@@ -21,10 +21,10 @@
 namespace streakfall {
 
 struct ArcEnds {
-    // 5 <= r <= 2048. Needs a processor with AVX2.
-    ArcEnds(double x, double y, double r);
+    ArcEnds() = default;
+    // 5 <= r <= 2048. Of the centre only the fractions count. Needs a processor with AVX2.
+    ArcEnds(const DabCentre& centre, double r);
 
-    DabCentre centre;
     // Of a pair of arcs, dab coordinates.
     Range flatBottom, flatTop;    // columns
     Range steepLeft, steepRight;  // rows

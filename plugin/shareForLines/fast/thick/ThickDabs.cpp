@@ -5,7 +5,6 @@
 
 #include "shareForLines/disc/CirclePath.h"
 #include "shareForLines/disc/HollowRow.h"
-#include "shareForLines/simd/ArcEnds.h"
 
 // Rounding is one instruction there.
 #include "shareForLines/simd/Begin.h"
@@ -187,13 +186,11 @@ void ThickDabs::closeEnds() {
 void ThickDabs::findArcs(std::int32_t entry) {
     const std::size_t i = at(entry);
     hasArcs[i] = true;
-    const std::int32_t originX = steepAxis ? originMinor : originMajor;
-    const std::int32_t originY = steepAxis ? originMajor : originMinor;
     const std::int32_t low = static_cast<std::int16_t>(centre[i] & 0xFFFF), high = centre[i] >> 16;
     const std::int32_t x16 = steepAxis ? high : low, y16 = steepAxis ? low : high;
-    // The same as the walk's: a fraction of 16 sixteenths is the next pixel's 0.
-    const ArcEnds ends(x16 / 16.0 + originX, y16 / 16.0 + originY, exactRadius[i]);
-    const std::int32_t x = ends.centre.xi - originX, y = ends.centre.yi - originY;
+    // The walk's fraction may be 16 sixteenths, which is the next pixel's 0.
+    const std::int32_t x = x16 >> 4, y = y16 >> 4, fx = x16 & 15, fy = y16 & 15;
+    const ArcEnds& ends = arcs.of({x, y, fx, fy, 0.0625 * fx, 0.0625 * fy}, exactRadius[i]);
     minorFar[i] = steepAxis ? pairFrom(ends.steepRight, y) : pairFrom(ends.flatBottom, x);
     minorNear[i] = steepAxis ? pairFrom(ends.steepLeft, y) : pairFrom(ends.flatTop, x);
     majorFar[i] = steepAxis ? pairFrom(ends.flatBottom, x) : pairFrom(ends.steepRight, y);

@@ -14,7 +14,8 @@
 #include <cstdint>
 #include <span>
 
-#include "shareForLines/disc/CoverageTables.h"
+#include "shareForLines/fast/thick/CoverageTables.h"
+#include "shareForLines/fast/thick/KnownArcEnds.h"
 #include "shareForLines/path/LineWalk.h"
 
 namespace streakfall {
@@ -38,6 +39,11 @@ class ThickDabs {
     // Takes the dabs of a run, in walk order; there is one at least. `steep`: y is the major axis.
     // alphas: of each dab, as EightPixels::payload.
     void place(std::span<const Dab> dabs, std::span<const std::int32_t> alphas, bool steep);
+
+    // Whether a dab of radius 5 or more is what ArcEnds describes; all from 6.5 on are.
+    bool isRegular(const Dab& dab) const {
+        return arcs.of(quantiseCentre(dab.x, dab.y), dab.radius).asDescribed;
+    }
 
     std::int32_t begin() const { return kBeyond; }
     std::int32_t end() const { return last; }
@@ -106,6 +112,7 @@ class ThickDabs {
     std::array<std::int32_t, static_cast<std::size_t>(kCapacity + 2)> entryAt;
     PerEntry<std::int32_t> changes;  // of the radius, up to the entry
     CoverageTables<kCapacity> tables;
+    mutable KnownArcEnds arcs;
 };
 
 }  // namespace streakfall

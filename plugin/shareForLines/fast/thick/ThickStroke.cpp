@@ -6,7 +6,6 @@
 
 #include "shareForLines/fast/WholeRows.h"
 #include "shareForLines/fast/thick/ThickRim.h"
-#include "shareForLines/simd/ArcEnds.h"
 #include "shareForLines/simd/Begin.h"
 
 namespace streakfall {
@@ -41,7 +40,7 @@ bool ThickStroke<Depth>::goesOn(const Dab& dab) const {
 template <class Depth>
 bool ThickStroke<Depth>::takes(const Dab& dab) const {
     return dab.radius <= ThickDabs::kMaxRadius &&
-           (dab.radius >= kRegularRadius || ArcEnds(dab.x, dab.y, dab.radius).asDescribed);
+           (dab.radius >= kRegularRadius || dabs.isRegular(dab));
 }
 
 template <class Depth>

@@ -1,12 +1,14 @@
 // CoverageTables: the coverages by column of the radii of many dabs, one table for each change.
 //
-// Owner: the holder of the dabs.
+// Owner: the holder of the dabs. Needs a processor with AVX2.
 #pragma once
 
 #include <array>
 #include <cstdint>
 
 #include "shareForLines/disc/CoverageTable.h"
+#include "shareForLines/simd/Begin.h"
+#include "shareForLines/simd/Vectors.h"
 
 namespace streakfall {
 
@@ -21,11 +23,7 @@ class CoverageTables {
         if (count == 0 || !sameCoverage(last, radius)) {
             CoverageBlend weights;
             setCoverageBlend(weights, radius);
-            CoverageByColumn& table = tables[static_cast<std::size_t>(count++)];
-            for (std::int32_t c = 0; c < kCoverageColumns; ++c) {
-                table[static_cast<std::size_t>(c)] =
-                    static_cast<std::uint8_t>(coverageInColumn(weights, c));
-            }
+            avx2::coverageTable(weights, tables[static_cast<std::size_t>(count++)].data());
         }
         last = radius;
         return tables[static_cast<std::size_t>(count - 1)].data();
@@ -43,3 +41,5 @@ class CoverageTables {
 };
 
 }  // namespace streakfall
+
+#include "shareForLines/simd/End.h"
