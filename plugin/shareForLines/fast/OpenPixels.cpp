@@ -20,32 +20,40 @@ constexpr double kFlat = 0.70710678118654752;  // part of the radius from which 
 static_assert(kFarthestEnd < kHollowRim && kLeastDepth < kWholeDepth);
 constexpr std::int32_t kMixed = 2;  // pixels more that may be interior where arcs meet
 
+std::int32_t rowOf(double y) { return truncToI32(std::floor(y)); }
+
 }  // namespace
 
-// A dab as its rows are filled.
+// A dab as its rows are filled. What a row has inside is worked out once.
 struct OpenPixels::Disc {
-    double x, y, radius;
-    bool hollow, large;
-    DabCentre centre;
-    std::int32_t limit;      // 1/256 pixels squared: inside below it
-    std::int32_t wholeRows;  // rows from the middle to where all are filled whole, and some
+    double x = 0, y = 0, radius = 0;
+    bool hollow = false, large = false;
+    DabCentre centre{};
+    std::int32_t limit = 0;      // 1/256 pixels squared: inside below it
+    std::int32_t wholeRows = 0;  // rows from the middle to where all are filled whole, and some
 
-    explicit Disc(const Dab& dab)
-        : x(dab.x),
-          y(dab.y),
-          radius(dab.radius),
-          hollow(dab.hollow && dab.radius >= kLargeRadius),
-          large(dab.radius >= kLargeRadius),
-          centre(quantiseCentre(dab.x, dab.y)),
-          limit(static_cast<std::int32_t>(std::ceil(256.0 * (dab.radius * dab.radius)))),
-          wholeRows(truncToI32(dab.radius + 5.0) - 5) {}
+    void place(const Dab& dab) {
+        x = dab.x;
+        y = dab.y;
+        radius = dab.radius;
+        large = dab.radius >= kLargeRadius;
+        hollow = dab.hollow && large;
+        centre = quantiseCentre(dab.x, dab.y);
+        limit = static_cast<std::int32_t>(std::ceil(256.0 * (dab.radius * dab.radius)));
+        wholeRows = truncToI32(dab.radius + 5.0) - 5;
+        known.clear();
+    }
 
     // Canvas columns inside the circle in row y; none when from > to.
     Range insideOf(std::int32_t row) const {
-        const std::int32_t v = 16 * (row - centre.yi) - centre.fy, level = limit - v * v;
-        if (level <= 0) return kNone;
-        const auto u = static_cast<std::int32_t>(std::sqrt(static_cast<double>(level - 1)));
-        return {centre.xi - ((u - centre.fx) >> 4), centre.xi + ((u + centre.fx) >> 4)};
+        if (known.empty()) forgetRows();
+        const auto i = static_cast<std::size_t>(row - firstRow);
+        if (i >= known.size()) return kNone;
+        if (!known[i]) {
+            known[i] = true;
+            rows[i] = findInside(row);
+        }
+        return rows[i];
     }
 
     // The interior: what a row has inside, less a pixel at each end, as far as the row beyond has
@@ -57,6 +65,26 @@ struct OpenPixels::Disc {
         if (here.empty() || beyond.empty()) return kNone;
         return {std::max(here.from + 1, beyond.from), std::min(here.to - 1, beyond.to)};
     }
+
+  private:
+    void forgetRows() const {
+        const std::int32_t reach = truncToI32(radius) + 2;
+        firstRow = centre.yi - reach;
+        known.assign(static_cast<std::size_t>(2 * reach + 2), false);
+        rows.resize(known.size());
+    }
+
+    Range findInside(std::int32_t row) const {
+        const std::int32_t v = 16 * (row - centre.yi) - centre.fy, level = limit - v * v;
+        if (level <= 0) return kNone;
+        const auto u = static_cast<std::int32_t>(std::sqrt(static_cast<double>(level - 1)));
+        return {centre.xi - ((u - centre.fx) >> 4), centre.xi + ((u + centre.fx) >> 4)};
+    }
+
+    // By row from the first one on; beyond them the circle has none inside. Of a large dab only.
+    mutable std::int32_t firstRow = 0;
+    mutable std::vector<std::uint8_t> known;
+    mutable std::vector<Range> rows;
 };
 
 void OpenPixels::start(std::int32_t width, std::int32_t height) {
@@ -88,14 +116,50 @@ void OpenPixels::add(Words& set, std::int32_t from, std::int32_t to, std::int32_
     }
 }
 
-// What the dab leaves open of a row and the other one has not inside. False when it leaves nothing
-// of it open.
-bool OpenPixels::addRow(Words& set, const Disc& dab, const Disc* other, std::int32_t y) {
+// Rows from one to another in which something of the line may show.
+bool OpenPixels::showsRows(std::int32_t from, std::int32_t to) const {
+    from = std::max(from, 0);
+    to = std::min(to, rowCount - 1);
+    return from <= to &&
+           shown[static_cast<std::size_t>(to + 1)] > shown[static_cast<std::size_t>(from)];
+}
+
+void OpenPixels::lookAtRows(const LineWalk& walk, const StrokeForm& stroke, const LineRecord& line,
+                            const WhatShows& shows) {
+    constexpr double kSteep = 0.1, kAround = 3.0;
+    const double ux = walk.directionX(), uy = walk.directionY();
+    const double half = walk.fullRadius() + kAround;
+    const bool isStrip = !stroke.waveEnabled && std::fabs(uy) > kSteep;
+    const double wave = stroke.waveEnabled ? std::fabs(stroke.wave.amount) : 0.0;
+    const double top = std::min(line.y0, line.y1) - half - wave - WhatShows::kCell;
+    const double bottom = std::max(line.y0, line.y1) + half + wave;
+    shown.resize(static_cast<std::size_t>(rowCount) + 1);
+    shown[0] = 0;
+    bool something = false;
+    for (std::int32_t y = 0; y < rowCount; ++y) {
+        // All rows of a square are hidden alike.
+        if (y % WhatShows::kCell == 0) {
+            std::int32_t from = 0, to = columns - 1;
+            if (isStrip) {
+                const double far = std::fabs(ux / uy) * WhatShows::kCell + half / std::fabs(uy);
+                const double middle = line.x0 + ux * (y - line.y0) / uy;
+                from = static_cast<std::int32_t>(std::clamp<double>(middle - far, 0.0, columns));
+                to = static_cast<std::int32_t>(std::clamp<double>(middle + far, -1.0, columns));
+            }
+            something = y > top && y < bottom && !shows.hidesRow(from, to, y);
+        }
+        const auto i = static_cast<std::size_t>(y);
+        shown[i + 1] = shown[i] + something;
+    }
+}
+
+// What the dab leaves open of a row that shows and the other one has not inside.
+void OpenPixels::addRow(Words& set, const Disc& dab, const Disc* other, std::int32_t y) {
+    if (!showsRows(y, y)) return;
     std::int32_t more = 0, otherMore = 0;
     const Range row = dab.interiorOf(y, more);
     const Range open{row.from - more + kHollowRim, row.to + more - kHollowRim};
-    if (row.empty() || open.empty()) return false;
-    if (y < 0 || y >= rowCount) return true;
+    if (row.empty() || open.empty()) return;
     const Range had = other != nullptr ? other->interiorOf(y, otherMore) : kNone;
     if (had.empty()) {
         add(set, open.from, open.to, y);
@@ -103,7 +167,6 @@ bool OpenPixels::addRow(Words& set, const Disc& dab, const Disc* other, std::int
         add(set, open.from, std::min(open.to, had.from - 1), y);
         add(set, std::max(open.from, had.to + 1), open.to, y);
     }
-    return true;
 }
 
 void OpenPixels::addAll(Words& set, const Disc& dab) {
@@ -114,16 +177,23 @@ void OpenPixels::addAll(Words& set, const Disc& dab) {
     for (std::int32_t y = from; y <= to; ++y) addRow(set, dab, nullptr, y);
 }
 
-// Rows of the dab, from its top and its bottom on, as deep as ends may be fast.
-void OpenPixels::addEnds(Words& set, const Disc& dab, const Disc& other, double x, double y) {
-    const double r = std::max(dab.radius, other.radius);
-    const double growth = std::fabs(dab.radius - other.radius);
-    const std::int32_t reach = dab.wholeRows - kWholeDepth;
+// Rows of the two dabs, from their tops and bottoms on, as deep as ends are fast.
+void OpenPixels::addEnds(const Disc& before, const Disc& dab) {
+    const double x = std::fabs(dab.x - before.x), y = std::fabs(dab.y - before.y);
+    const double r = std::max(dab.radius, before.radius);
+    const double growth = std::fabs(dab.radius - before.radius);
+    const auto addRows = [this](Words& set, const Disc& its, const Disc& other, std::int32_t away) {
+        if (!its.hollow || away > its.wholeRows - kWholeDepth) return;
+        addRow(set, its, &other, its.centre.yi - away);
+        if (away > 0) addRow(set, its, &other, its.centre.yi + away);
+    };
+    const std::int32_t reach = std::max(dab.wholeRows, before.wholeRows) - kWholeDepth;
+    if (!showsRows(dab.centre.yi - reach - 1, dab.centre.yi + reach + 1)) return;
     for (std::int32_t away = reach; away >= 0; --away) {
         const double depth = std::max(r - away - 2.0, kLeastDepth);
         if (endMoves(r, growth, std::min(depth, r), x, y) <= kFarthestEnd) return;
-        addRow(set, dab, &other, dab.centre.yi - away);
-        if (away > 0) addRow(set, dab, &other, dab.centre.yi + away);
+        addRows(in, dab, before, away);
+        addRows(out, before, dab, away);
     }
 }
 
@@ -137,18 +207,11 @@ void OpenPixels::addStep(const Disc& before, const Disc& dab) {
         return;
     }
     // What a small dab has inside it paints.
-    if (!before.large || !dab.large) return;
-    const double r = std::max(before.radius, dab.radius);
-    if (endMoves(r, std::fabs(dab.radius - before.radius), kLeastDepth, std::fabs(x),
-                 std::fabs(y)) <= kFarthestEnd) {
-        return;
-    }
-    if (dab.hollow) addEnds(in, dab, before, std::fabs(x), std::fabs(y));
-    if (before.hollow) addEnds(out, before, dab, std::fabs(x), std::fabs(y));
+    if (before.large && dab.large) addEnds(before, dab);
 }
 
-void OpenPixels::find(StrokeForm& stroke, const LineRecord& line, std::int32_t width,
-                      std::int32_t height) {
+void OpenPixels::find(StrokeForm& stroke, const LineRecord& line, const WhatShows& shows,
+                      std::int32_t width, std::int32_t height) {
     clear();
     LineWalk walk(stroke, line);
     const LineWalk::Middles middles = walk.middles();
@@ -157,16 +220,27 @@ void OpenPixels::find(StrokeForm& stroke, const LineRecord& line, std::int32_t w
     if (everywhere || middles == LineWalk::Middles::kPainted) return;
     start(width, height);
     walk.keepTo(width, height);
-    Dab dab;
-    if (!walk.next(dab)) return;
-    Disc before(dab);
+    lookAtRows(walk, stroke, line, shows);
+    if (!showsRows(0, height - 1)) return;
+    Dab last, dab;
+    if (!walk.next(last)) return;
+    Disc before, now;
+    before.place(last);
     addAll(in, before);
-    bool hollow = before.hollow;
-    while (walk.next(dab)) {
-        const Disc now(dab);
+    bool hollow = before.hollow, placed = true;
+    for (; walk.next(dab); last = dab) {
+        const double reach = std::max(last.radius, dab.radius) + 3.0;
+        hollow = hollow || (dab.hollow && dab.radius >= kLargeRadius);
+        if (!showsRows(rowOf(std::min(last.y, dab.y) - reach),
+                       rowOf(std::max(last.y, dab.y) + reach))) {
+            placed = false;
+            continue;
+        }
+        if (!placed) before.place(last);
+        now.place(dab);
         addStep(before, now);
-        before = now;
-        hollow = hollow || now.hollow;
+        std::swap(before, now);
+        placed = true;
     }
     if (!hollow || touched.empty()) return;
     found = {height, -1};
@@ -178,6 +252,24 @@ void OpenPixels::find(StrokeForm& stroke, const LineRecord& line, std::int32_t w
             any |= in[i];
         }
         if (any != 0) found = {std::min(found.from, y), std::max(found.to, y)};
+    }
+    gatherEights();
+}
+
+// What of eight rows together is open, so that most questions are answered at once.
+void OpenPixels::gatherEights() {
+    const auto height = static_cast<std::size_t>(rowCount);
+    eights.resize(stride * (height / 8 + 1));
+    if (found.empty()) return;
+    const auto first = static_cast<std::size_t>(found.from) / 8,
+               last = static_cast<std::size_t>(found.to) / 8;
+    for (std::size_t group = first; group <= last; ++group) {
+        std::uint64_t* to = eights.data() + stride * group;
+        std::fill(to, to + stride, 0);
+        for (std::size_t y = 8 * group; y < std::min(8 * group + 8, height); ++y) {
+            const std::uint64_t* from = in.data() + stride * y;
+            for (std::size_t i = 0; i < stride; ++i) to[i] |= from[i];
+        }
     }
 }
 
@@ -199,6 +291,14 @@ unsigned OpenPixels::across(std::int32_t x, std::int32_t y) const {
 }
 
 unsigned OpenPixels::down(std::int32_t x, std::int32_t y) const {
+    if (x < 0 || x >= columns) return 0;
+    const auto mayBe = [&](std::int32_t row) {
+        if (row < (found.from & ~7) || row > found.to) return false;
+        const std::size_t word =
+            stride * static_cast<std::size_t>(row / 8) + static_cast<std::size_t>(x / kBits);
+        return (eights[word] >> (x % kBits) & 1) != 0;
+    };
+    if (!mayBe(y) && !mayBe(y + 7)) return 0;
     unsigned bits = 0;
     for (std::int32_t i = 0; i < 8; ++i) bits |= static_cast<unsigned>(has(x, y + i)) << i;
     return bits;

@@ -15,6 +15,8 @@
 
 #include "lines/LineRecord.h"
 #include "shareForLines/disc/Range.h"
+#include "shareForLines/fast/WhatShows.h"
+#include "shareForLines/path/LineWalk.h"
 #include "shareForLines/path/Stroke.h"
 
 namespace streakfall {
@@ -28,8 +30,10 @@ struct KeptPixel {
 
 class OpenPixels {
   public:
-    // Finds those of a line, on a canvas of this size. Moves the stroke's cursors and wave.
-    void find(StrokeForm& stroke, const LineRecord& line, std::int32_t width, std::int32_t height);
+    // Finds those of a line that may show, on a canvas of this size. Moves the stroke's cursors and
+    // wave.
+    void find(StrokeForm& stroke, const LineRecord& line, const WhatShows& shows,
+              std::int32_t width, std::int32_t height);
 
     // Of a line that leaves none.
     void clear() {
@@ -55,15 +59,21 @@ class OpenPixels {
 
     void start(std::int32_t width, std::int32_t height);
     void addStep(const Disc& before, const Disc& dab);
-    void addEnds(Words& set, const Disc& dab, const Disc& other, double x, double y);
+    void addEnds(const Disc& before, const Disc& dab);
     void addAll(Words& set, const Disc& dab);
-    bool addRow(Words& set, const Disc& dab, const Disc* other, std::int32_t y);
+    void addRow(Words& set, const Disc& dab, const Disc* other, std::int32_t y);
+    void lookAtRows(const LineWalk& walk, const StrokeForm& stroke, const LineRecord& line,
+                    const WhatShows& shows);
+    bool showsRows(std::int32_t from, std::int32_t to) const;
     void add(Words& set, std::int32_t from, std::int32_t to, std::int32_t y);
+    void gatherEights();
     bool has(std::int32_t x, std::int32_t y) const;
 
     std::int32_t columns = 0, rowCount = 0;
     std::size_t stride = 0;  // words a row
     Words in, out;
+    Words eights;                     // of the open pixels of eight rows together
+    std::vector<std::int32_t> shown;  // by row: how many rows above it show something of the line
     Range touched = kNone, found = kNone;
     bool everywhere = false;
 };

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 
+#include "shareForLines/disc/Range.h"
 #include "shareForLines/path/LineWalk.h"
 #include "shareForLines/plain/DabPainter.h"
 #include "shareForLines/simd/Begin.h"
@@ -36,8 +38,11 @@ double innerRadius(double r, double slope) {
 struct Samples {
     std::array<float, kMaxSamples> x, y, r2, leastHalf2;
     std::size_t count = 0;
+    double upper = 1e9, lower = -1e9;  // rows
 
     void add(double px, double py, double r, double spacing) {
+        upper = std::min(upper, py - r);
+        lower = std::max(lower, py + r);
         x[count] = static_cast<float>(px);
         y[count] = static_cast<float>(py);
         r2[count] = static_cast<float>(r * r);
@@ -48,6 +53,51 @@ struct Samples {
 
 struct Spans {
     Ints from, to;  // squares
+};
+
+// The part of a straight line in which hollow dabs may leave pixels open: from the first such strip
+// along its axis to the last.
+class OpenBand {
+  public:
+    OpenBand(const LineWalk& walk, const LineRecord& record) : line(record) {
+        constexpr double kAround = 1.0;  // quantised centres
+        const OpenStrips strips = walk.openStrips();
+        const double width = 2.0 * walk.fullRadius() / kStrips;
+        from = (std::countr_zero(strips) - kStrips / 2) * width - kAround;
+        to = (kStrips / 2 - std::countl_zero(strips)) * width + kAround;
+        known = ~strips != 0 && std::fabs(walk.directionY()) > kFlat;
+        ux = walk.directionX();
+        uy = walk.directionY();
+    }
+
+    // False where it may be anywhere.
+    bool isKnown() const { return known; }
+
+    // The squares of a row of them that may meet it.
+    Range cellsOf(std::int32_t row) const {
+        double left = HUGE_VAL, right = -HUGE_VAL;
+        for (const double y : {row * WhatShows::kCell - line.y0,
+                               row * WhatShows::kCell + (WhatShows::kCell - 1) - line.y0}) {
+            for (const double across : {from, to}) {
+                const double x = line.x0 + (ux * y - across) / uy;
+                left = std::min(left, x);
+                right = std::max(right, x);
+            }
+        }
+        constexpr double kFar = 1e6;
+        return {
+            static_cast<std::int32_t>(std::floor(std::clamp(left, -kFar, kFar) / WhatShows::kCell)),
+            static_cast<std::int32_t>(
+                std::floor(std::clamp(right, -kFar, kFar) / WhatShows::kCell))};
+    }
+
+  private:
+    static constexpr double kFlat = 0.1;  // lines flatter than that are taken as open anywhere
+
+    const LineRecord& line;
+    double ux, uy;
+    double from, to;  // pixels across the axis, to the side of (-uy, ux)
+    bool known;
 };
 
 // Of eight rows of squares from `row` on: those that lie in the union of the discs, or, outward,
@@ -100,16 +150,16 @@ void WhatShows::addStraight(StrokeForm& stroke, const LineRecord& line) {
     LineWalk walk(stroke, line);
     const double length = walk.length();
     if (!(length <= 32768.0)) return;
-    // Of a line whose hollow dabs may leave pixels open, what its solid dabs paint.
-    const double solidFrom =
-        walk.middles() != LineWalk::Middles::kPainted ? walk.solidFrom() + 1.0 / length : 0.0;
-    Samples samples;
+    const bool mayStayOpen = walk.middles() != LineWalk::Middles::kPainted;
+    const double solidFrom = mayStayOpen ? walk.solidFrom() + 1.0 / length : 0.0;
+    // From here on no disc has a pixel inside that the first dab has.
+    const double closedFrom = walk.beginsHollow() ? (2.0 * walk.fullRadius() + 3.0) / length : 0.0;
+    Samples closed, solid;
     const double spacing =
         std::max(std::sqrt(stroke.thickness), length / (static_cast<double>(kMaxSamples) - 8.0));
     const auto count = static_cast<std::size_t>(length / spacing) + 1;
     const double dx = line.x1 - line.x0, dy = line.y1 - line.y0;
     double before = walk.radiusAt(0.0), here = before;
-    float upper = 1e9f, lower = -1e9f;
     for (std::size_t i = 0; i <= count; ++i) {
         const double t = static_cast<double>(i) / static_cast<double>(count);
         const double next =
@@ -120,26 +170,40 @@ void WhatShows::addStraight(StrokeForm& stroke, const LineRecord& line) {
         const double slope =
             1.5 * std::max(std::fabs(here - before), std::fabs(next - here)) / step;
         const double inner = innerRadius(here, slope);
-        if (inner >= kLeastInner && t >= solidFrom) {
-            const double y = line.y0 + t * dy;
-            samples.add(line.x0 + t * dx, y, inner, step);
-            upper = std::min(upper, static_cast<float>(y - inner));
-            lower = std::max(lower, static_cast<float>(y + inner));
+        if (inner >= kLeastInner) {
+            if (t >= closedFrom) closed.add(line.x0 + t * dx, line.y0 + t * dy, inner, step);
+            if (t >= solidFrom) solid.add(line.x0 + t * dx, line.y0 + t * dy, inner, step);
         }
         before = here;
         here = next;
     }
-    const std::int32_t first = std::max(0, static_cast<std::int32_t>(upper) / kCell);
-    const std::int32_t end =
-        std::min(static_cast<std::int32_t>(rows), static_cast<std::int32_t>(lower) / kCell + 1);
+    mark(solid, [](std::int32_t, const Range& cells) { return std::array{cells}; });
+    if (!mayStayOpen) return;
+    // Beside the strips with open pixels all that is inside a dab is painted by one.
+    const OpenBand band(walk, line);
+    if (!band.isKnown()) return;
+    mark(closed, [&](std::int32_t row, const Range& cells) {
+        const Range open = band.cellsOf(row);
+        return std::array{Range{cells.from, std::min(cells.to, open.from - 1)},
+                          Range{std::max(cells.from, open.to + 1), cells.to}};
+    });
+}
+
+// Of a row's squares that lie in the samples those that `partsOf` leaves.
+template <class Discs, class PartsOf>
+void WhatShows::mark(const Discs& samples, PartsOf partsOf) {
+    const std::int32_t first = std::max(0, static_cast<std::int32_t>(samples.upper) / kCell);
+    const std::int32_t end = std::min(static_cast<std::int32_t>(rows),
+                                      static_cast<std::int32_t>(samples.lower) / kCell + 1);
     for (std::int32_t row = first; row < end; row += kCount) {
         const Spans spans = spansOf<false>(samples, row);
         for (std::int32_t i = 0; i < std::min(kCount, end - row); ++i) {
-            const std::int32_t from = std::max(spans.from[i], 0);
-            const std::int32_t to = std::min(spans.to[i], static_cast<std::int32_t>(columns) - 1);
-            if (from > to) continue;
+            const Range cells{std::max(spans.from[i], 0),
+                              std::min(spans.to[i], static_cast<std::int32_t>(columns) - 1)};
             std::uint32_t* cell = last.data() + static_cast<std::size_t>(row + i) * columns;
-            std::fill(cell + from, cell + to + 1, added);
+            for (const Range& part : partsOf(row + i, cells)) {
+                if (!part.empty()) std::fill(cell + part.from, cell + part.to + 1, added);
+            }
         }
     }
 }
@@ -180,6 +244,13 @@ void WhatShows::addWaved(StrokeForm& stroke, const LineRecord& line) {
         y = dab.y;
         if (std::fabs(x) < 1e6 && std::fabs(y) < 1e6) addDisc(x, y, inner);
     }
+}
+
+bool WhatShows::hidesRow(std::int32_t from, std::int32_t to, std::int32_t y) const {
+    from = std::max(from, 0);
+    to = std::min(to, static_cast<std::int32_t>(columns) * kCell - 1);
+    std::int32_t end = 0;
+    return knows() && (from > to || !nextShown(from, to, y, end));
 }
 
 bool WhatShows::nextShown(std::int32_t& from, std::int32_t to, std::int32_t y,

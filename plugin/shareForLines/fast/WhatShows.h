@@ -7,8 +7,8 @@
 // square is told is on the safe side:
 //
 //  - A pixel nearer than r - 1 to the quantised centre of a large dab is inside it, and gets the
-//    pen's own alpha (LineWalk::middles tells the lines on which hollow dabs may leave
-//    it open; of these only what their solid dabs paint is taken). A small dab covers in full what
+//    pen's own alpha. Where hollow dabs may leave it open (LineWalk::middles, openStrips) only what
+//    solid dabs paint is taken. A small dab covers in full what
 //    lies 15.5 / 16 - 1/16 pixels within its circle by the signed distance of the coverage table.
 //  - A dab lies within kNearestDab of any place along the line; the radius changes by less than the
 //    slope there times that.
@@ -59,6 +59,8 @@ class WhatShows {
     // The columns from `from` on, as far as `to`, that begin with the first one that shows and end
     // before the next square that does not; none when all are hidden.
     bool nextShown(std::int32_t& from, std::int32_t to, std::int32_t y, std::int32_t& end) const;
+    // True when none of these columns shows, as far as they are on the canvas.
+    bool hidesRow(std::int32_t from, std::int32_t to, std::int32_t y) const;
     // True when nothing of the line can show.
     bool hidesLine(const StrokeForm& stroke, const LineRecord& line) const;
 
@@ -68,6 +70,8 @@ class WhatShows {
     }
     void addStraight(StrokeForm& stroke, const LineRecord& line);
     void addWaved(StrokeForm& stroke, const LineRecord& line);
+    template <class Discs, class PartsOf>
+    void mark(const Discs& samples, PartsOf partsOf);
     void addDisc(double x, double y, double r);
 
     std::size_t columns = 0, rows = 0;

@@ -55,20 +55,21 @@ LineWalk::Middles LineWalk::middles() const {
     // Solid dabs of less alpha do not make up for a hollow one.
     if (stroke.startOpacity != 1.0 || !full) return Middles::kLeft;
     if (stroke.endOpacity != 1.0) return Middles::kPaintedComing;
+    return openStrips(beginsHollow()) != 0 ? Middles::kPaintedComingOrGoing : Middles::kPainted;
+}
+
+OpenStrips LineWalk::openStrips(bool fromHollow) const {
     const double turn = stroke.waveEnabled ? std::atan(steepestSlope(stroke.wave)) : 0.0;
     // The out ramp is the same curve from its end on, and solid dabs follow on the hollow ones.
     const double outPart = fOut > 0.0 ? (hollowLimit + 3.0 * dt - (1.0 - fOut)) / fOut : 0.0;
-    const double firstRadius = fIn > 0.0 ? rIn : half;
-    const bool mayStayOpen =
-        middlesMayStayOpen({.ux = ux,
-                            .uy = uy,
-                            .turn = turn,
-                            .radius = half,
-                            .curve = &stroke.inShape.points,
-                            .in = {rIn, 0.0, fIn / dt},
-                            .out = {rOut, 1.0 - outPart, outPart > 0.0 ? fOut / dt : 0.0},
-                            .beginsHollow = firstRadius >= 5.0});
-    return mayStayOpen ? Middles::kPaintedComingOrGoing : Middles::kPainted;
+    return stripsThatMayStayOpen({.ux = ux,
+                                  .uy = uy,
+                                  .turn = turn,
+                                  .radius = half,
+                                  .curve = &stroke.inShape.points,
+                                  .in = {rIn, 0.0, fIn / dt},
+                                  .out = {rOut, 1.0 - outPart, outPart > 0.0 ? fOut / dt : 0.0},
+                                  .beginsHollow = fromHollow});
 }
 
 double LineWalk::radiusAt(double place) {

@@ -12,6 +12,7 @@
 #include <span>
 
 #include "lines/LineRecord.h"
+#include "shareForLines/path/OpenMiddles.h"
 #include "shareForLines/path/Stroke.h"
 
 namespace streakfall {
@@ -74,10 +75,15 @@ class LineWalk {
         kLeft,                  // none is painted for sure
     };
     Middles middles() const;
+    // Where they are kPaintedComingOrGoing, the strips of the line that may have open ones, but for
+    // what the first dab has inside, when that is hollow.
+    OpenStrips openStrips() const { return openStrips(false); }
+    bool beginsHollow() const { return hollowLimit > 0.0 && (fIn > 0.0 ? rIn : half) >= 5.0; }
 
   private:
     static constexpr std::size_t kSteps = 32;  // at a time
 
+    OpenStrips openStrips(bool fromHollow) const;
     bool fill();
     bool step(Dab& dab);
     std::size_t straightDabs();

@@ -30,7 +30,7 @@ constexpr double kWithin = 4.2, kBeyond = 0.15;
 constexpr double kMostGrowth = 0.9;  // of the radius, pixels a step; beyond it dabs grow backward
 constexpr int kBins = 6;             // of a ramp
 constexpr int kDirections = 24;      // of a wave
-constexpr int kStrips = 32;          // of the stroke, along its axis
+constexpr OpenStrips kAllStrips = UINT32_MAX;
 
 struct Step {
     double x, y;  // pixels, 0 or more
@@ -121,7 +121,7 @@ bool isFast(const std::vector<FastEnds>& ends, const Direction& u, double side, 
 
 }  // namespace
 
-bool middlesMayStayOpen(const HollowLine& line) {
+OpenStrips stripsThatMayStayOpen(const HollowLine& line) {
     // The longest way of a step along each axis, in any direction of the pen.
     const double angle = std::atan2(std::fabs(line.uy), std::fabs(line.ux));
     const double flattest = std::max(0.0, angle - line.turn);
@@ -131,33 +131,34 @@ bool middlesMayStayOpen(const HollowLine& line) {
     addFastEnds(ends.in, line.radius, line.radius, 0.0, step);
     ends.out = ends.in;
     if (!addRamp(ends, line, line.in, true, step) || !addRamp(ends, line, line.out, false, step)) {
-        return true;
+        return kAllStrips;
     }
-    if (ends.out.empty()) return false;
-    if (line.beginsHollow) return true;
-    if (ends.in.empty()) return false;
+    if (ends.out.empty()) return 0;
+    if (line.beginsHollow) return kAllStrips;
+    if (ends.in.empty()) return 0;
     const double width = 2.0 * line.radius / kStrips;
-    const auto isOpenAlong = [&](const Direction& u, double blur) {
+    const auto openAlong = [&](const Direction& u, double blur) {
+        OpenStrips open = 0;
         for (int i = 0; i < kStrips; ++i) {
             // The outermost strips take what lies beyond.
             const double from = (i - kStrips / 2) * width - (i == 0 ? kBeyond : 0.0);
             const double to = (i + 1 - kStrips / 2) * width + (i + 1 == kStrips ? kBeyond : 0.0);
             if (isFast(ends.in, u, 1.0, from, to, blur) &&
                 isFast(ends.out, u, -1.0, from, to, blur)) {
-                return true;
+                open |= OpenStrips{1} << i;
             }
         }
-        return false;
+        return open;
     };
-    if (line.turn == 0.0) return isOpenAlong({line.ux, line.uy}, 0.0);
+    if (line.turn == 0.0) return openAlong({line.ux, line.uy}, 0.0);
     // Of a curved way, what lies between where a pixel comes and goes is a chord, in a direction
     // that the pen takes as well.
     const double blur = line.turn / kDirections;
     for (int i = 0; i <= kDirections; ++i) {
         const double a = std::atan2(line.uy, line.ux) + line.turn * (2.0 * i / kDirections - 1.0);
-        if (isOpenAlong({std::cos(a), std::sin(a)}, blur)) return true;
+        if (openAlong({std::cos(a), std::sin(a)}, blur) != 0) return kAllStrips;
     }
-    return false;
+    return 0;
 }
 
 }  // namespace streakfall

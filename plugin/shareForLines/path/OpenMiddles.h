@@ -11,6 +11,7 @@
 // answers for a line as a whole; OpenPixels finds the pixels.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "shareForLines/path/StrokeShape.h"
@@ -39,7 +40,11 @@ struct HollowLine {
     bool beginsHollow;  // with a dab inside of which pixels were never outside
 };
 
-// False when every pixel inside a hollow dab of the line is painted at the pen's alpha by another.
-bool middlesMayStayOpen(const HollowLine& line);
+// The stroke cut along its axis into strips of the same width, from the side of (uy, -ux) on: a bit
+// for each in which a pixel inside a hollow dab may not be painted at the pen's alpha by another.
+// Of a line with a turn all, when there is one.
+using OpenStrips = std::uint32_t;
+inline constexpr int kStrips = 32;
+OpenStrips stripsThatMayStayOpen(const HollowLine& line);
 
 }  // namespace streakfall

@@ -83,7 +83,7 @@ void FramePainter<Depth>::paint(Stroke<Depth>& stroke, const LineRecord& line) {
         paintFrom(walk, dab, stroke);
         return;
     }
-    open.find(stroke, line, canvas.width, canvas.height);
+    open.find(stroke, line, shows, canvas.width, canvas.height);
     LineWalk again(stroke, line);
     if (reaches(again, canvas, dab)) paintFrom(again, dab, stroke);
 }
