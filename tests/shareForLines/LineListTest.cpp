@@ -58,6 +58,11 @@ TYPED_TEST(LineList, LinesThatHideOthers) {
         {1, 60}, [](Chance& chance) { return sizeUpTo(chance, 200, 140); }, 1e7, randomCover);
 }
 
+TYPED_TEST(LineList, SteepLinesThatHideOthers) {
+    compareFrames<TypeParam>(
+        {1, 40}, [](Chance& chance) { return sizeUpTo(chance, 300, 200); }, 6e7, randomSteepCover);
+}
+
 // The long ones take STREAKFALL_STRESS_SEED and STREAKFALL_STRESS_COUNT.
 template <class Depth>
 class LongLineList : public ::testing::Test {};

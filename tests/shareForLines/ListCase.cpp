@@ -271,4 +271,27 @@ ListCase randomCover(std::uint32_t seed, int width, int height) {
     return c;
 }
 
+ListCase randomSteepCover(std::uint32_t seed, int width, int height) {
+    Chance chance(seed);
+    ListCase c;
+    c.width = width;
+    c.height = height;
+    const double thickness = chance.between(60.0, 240.0),
+                 length = thickness * chance.between(1.5, 6);
+    Form form = randomForm(chance, length);
+    form.startOpacity = form.endOpacity = 1.0;
+    form.wave = false;
+    c.setForm = [form](StrokeForm& f) { form.set(f); };
+    const double angle = chance.oneOf({1.5707963, -1.5707963}) + chance.between(-0.4, 0.4);
+    const double step = chance.between(2.0, 20.0), over = thickness + chance.between(0.0, 100.0);
+    for (double x = -over; x < width + over && c.lines.size() < 150; x += step) {
+        const double y = 0.5 * height + chance.between(-0.5, 0.5) * length;
+        LineRecord line = lineAbout(x, y, angle, length, thickness * chance.between(0.9, 1.0));
+        line.seed = chance.below(1 << 30);
+        c.lines.push_back(line);
+    }
+    c.amounts = {1.0, 1.0, 1.0};
+    return c;
+}
+
 }  // namespace streakfall

@@ -39,4 +39,7 @@ ListCase randomList(std::uint32_t seed, int width, int height);
 // behind it in the list.
 ListCase randomCover(std::uint32_t seed, int width, int height);
 
+// The same of thick steep lines side by side, whose hollow dabs may leave pixels open.
+ListCase randomSteepCover(std::uint32_t seed, int width, int height);
+
 }  // namespace streakfall
