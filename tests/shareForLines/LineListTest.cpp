@@ -73,6 +73,12 @@ TYPED_TEST(LongLineList, RandomFrames) {
         {1000, 200}, [](Chance& chance) { return sizeUpTo(chance, 640, 360); }, 4e7);
 }
 
+TYPED_TEST(LongLineList, SteepLinesThatHideOthers) {
+    compareFrames<TypeParam>(
+        {4000, 20}, [](Chance& chance) { return sizeUpTo(chance, 640, 360); }, 2e8,
+        randomSteepCover);
+}
+
 TYPED_TEST(LongLineList, WideAndTallFrames) {
     compareFrames<TypeParam>(
         {2000, 24},
