@@ -188,7 +188,7 @@ void OpenPixels::addEnds(const Disc& before, const Disc& dab) {
         if (away > 0) addRow(set, its, &other, its.centre.yi + away);
     };
     const std::int32_t reach = std::max(dab.wholeRows, before.wholeRows) - kWholeDepth;
-    if (!showsRows(dab.centre.yi - reach - 1, dab.centre.yi + reach + 1)) return;
+    if (!showsRows(dab.centre.yi - reach - 2, dab.centre.yi + reach + 2)) return;
     for (std::int32_t away = reach; away >= 0; --away) {
         const double depth = std::max(r - away - 2.0, kLeastDepth);
         if (endMoves(r, growth, std::min(depth, r), x, y) <= kFarthestEnd) return;
@@ -293,7 +293,7 @@ unsigned OpenPixels::across(std::int32_t x, std::int32_t y) const {
 unsigned OpenPixels::down(std::int32_t x, std::int32_t y) const {
     if (x < 0 || x >= columns) return 0;
     const auto mayBe = [&](std::int32_t row) {
-        if (row < (found.from & ~7) || row > found.to) return false;
+        if (row < (found.from & ~7) || row > (found.to | 7)) return false;
         const std::size_t word =
             stride * static_cast<std::size_t>(row / 8) + static_cast<std::size_t>(x / kBits);
         return (eights[word] >> (x % kBits) & 1) != 0;

@@ -2,11 +2,12 @@
 // other of its dabs (OpenMiddles.h says why most are).
 //
 // The line is walked once beforehand. Of every step the pixels are noted that the new dab has
-// inside and leaves open, and the one before had not inside, and those that go out likewise. What
-// is in both sets may stay open; what is not is painted at the pen's alpha.
+// inside and leaves open, and the one before had not inside, and those that go out likewise, in the
+// rows in which the line may show. What is in both sets may stay open; what is not is painted at
+// the pen's alpha, or hidden.
 //
-// Owner: the painter of a frame. Two bits a pixel of the canvas, from the first line on that needs
-// them.
+// Owner: the painter of a frame. Some two bits a pixel of the canvas, from the first line on that
+// needs them.
 #pragma once
 
 #include <cstddef>
@@ -41,7 +42,7 @@ class OpenPixels {
         everywhere = false;
     }
 
-    // True when there is none.
+    // True when there is none that may show.
     bool empty() const { return found.empty(); }
     // True when no pixel inside a hollow dab is sure to be painted.
     bool all() const { return everywhere; }

@@ -65,7 +65,8 @@ class OpenBand {
         const double width = 2.0 * walk.fullRadius() / kStrips;
         from = (std::countr_zero(strips) - kStrips / 2) * width - kAround;
         to = (kStrips / 2 - std::countl_zero(strips)) * width + kAround;
-        known = ~strips != 0 && std::fabs(walk.directionY()) > kFlat;
+        empty = strips == 0;
+        known = empty || (~strips != 0 && std::fabs(walk.directionY()) > kFlat);
         ux = walk.directionX();
         uy = walk.directionY();
     }
@@ -75,6 +76,7 @@ class OpenBand {
 
     // The squares of a row of them that may meet it.
     Range cellsOf(std::int32_t row) const {
+        if (empty) return {INT32_MAX, INT32_MAX - 1};
         double left = HUGE_VAL, right = -HUGE_VAL;
         for (const double y : {row * WhatShows::kCell - line.y0,
                                row * WhatShows::kCell + (WhatShows::kCell - 1) - line.y0}) {
@@ -97,7 +99,7 @@ class OpenBand {
     const LineRecord& line;
     double ux, uy;
     double from, to;  // pixels across the axis, to the side of (-uy, ux)
-    bool known;
+    bool empty, known;
 };
 
 // Of eight rows of squares from `row` on: those that lie in the union of the discs, or, outward,

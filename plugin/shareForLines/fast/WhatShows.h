@@ -8,8 +8,8 @@
 //
 //  - A pixel nearer than r - 1 to the quantised centre of a large dab is inside it, and gets the
 //    pen's own alpha. Where hollow dabs may leave it open (LineWalk::middles, openStrips) only what
-//    solid dabs paint is taken. A small dab covers in full what
-//    lies 15.5 / 16 - 1/16 pixels within its circle by the signed distance of the coverage table.
+//    solid dabs paint is taken. A small dab covers in full what lies 15.5 / 16 - 1/16 pixels within
+//    its circle by the signed distance of the coverage table.
 //  - A dab lies within kNearestDab of any place along the line; the radius changes by less than the
 //    slope there times that.
 //

@@ -8,7 +8,7 @@
 //
 // A pixel at the distance h from a straight line's axis comes in and goes out where the circle is h
 // off the axis. That tells the rows, for each h, and so whether both ends can be fast there. This
-// answers for a line as a whole; OpenPixels finds the pixels.
+// answers for strips along a whole line; OpenPixels finds the pixels.
 #pragma once
 
 #include <cstdint>
