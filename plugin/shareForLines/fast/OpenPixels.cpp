@@ -6,6 +6,7 @@
 
 #include "shareForLines/disc/CirclePath.h"
 #include "shareForLines/disc/HollowRow.h"
+#include "shareForLines/fast/SteepStrip.h"
 #include "shareForLines/path/LineWalk.h"
 #include "shareForLines/path/OpenMiddles.h"
 #include "shareForLines/plain/DabPainter.h"
@@ -126,13 +127,12 @@ bool OpenPixels::showsRows(std::int32_t from, std::int32_t to) const {
 
 void OpenPixels::lookAtRows(const LineWalk& walk, const StrokeForm& stroke, const LineRecord& line,
                             const WhatShows& shows) {
-    constexpr double kSteep = 0.1, kAround = 3.0;
-    const double ux = walk.directionX(), uy = walk.directionY();
+    constexpr double kAround = 3.0;
     const double half = walk.fullRadius() + kAround;
-    const bool isStrip = !stroke.waveEnabled && std::fabs(uy) > kSteep;
     const double wave = stroke.waveEnabled ? std::fabs(stroke.wave.amount) : 0.0;
     const double top = std::min(line.y0, line.y1) - half - wave - WhatShows::kCell;
     const double bottom = std::max(line.y0, line.y1) + half + wave;
+    const SteepStrip strip(walk, line, -half - wave, half + wave);
     shown.resize(static_cast<std::size_t>(rowCount) + 1);
     shown[0] = 0;
     bool something = false;
@@ -140,11 +140,10 @@ void OpenPixels::lookAtRows(const LineWalk& walk, const StrokeForm& stroke, cons
         // All rows of a square are hidden alike.
         if (y % WhatShows::kCell == 0) {
             std::int32_t from = 0, to = columns - 1;
-            if (isStrip) {
-                const double far = std::fabs(ux / uy) * WhatShows::kCell + half / std::fabs(uy);
-                const double middle = line.x0 + ux * (y - line.y0) / uy;
-                from = static_cast<std::int32_t>(std::clamp<double>(middle - far, 0.0, columns));
-                to = static_cast<std::int32_t>(std::clamp<double>(middle + far, -1.0, columns));
+            if (strip.isSteep()) {
+                const auto [left, right] = strip.columnsOf(y, y + WhatShows::kCell);
+                from = std::max(from, static_cast<std::int32_t>(std::floor(left)));
+                to = std::min(to, static_cast<std::int32_t>(std::ceil(right)));
             }
             something = y > top && y < bottom && !shows.hidesRow(from, to, y);
         }

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "shareForLines/disc/Range.h"
+#include "shareForLines/fast/SteepStrip.h"
 #include "shareForLines/path/LineWalk.h"
 #include "shareForLines/plain/DabPainter.h"
 #include "shareForLines/simd/Begin.h"
@@ -59,47 +60,33 @@ struct Spans {
 // along its axis to the last.
 class OpenBand {
   public:
-    OpenBand(const LineWalk& walk, const LineRecord& record) : line(record) {
-        constexpr double kAround = 1.0;  // quantised centres
-        const OpenStrips strips = walk.openStrips();
-        const double width = 2.0 * walk.fullRadius() / kStrips;
-        from = (std::countr_zero(strips) - kStrips / 2) * width - kAround;
-        to = (kStrips / 2 - std::countl_zero(strips)) * width + kAround;
-        empty = strips == 0;
-        known = empty || (~strips != 0 && std::fabs(walk.directionY()) > kFlat);
-        ux = walk.directionX();
-        uy = walk.directionY();
-    }
+    OpenBand(const LineWalk& walk, const LineRecord& line)
+        : strips(walk.openStrips()),
+          strip(walk, line, sideOf(walk, std::countr_zero(strips)) - kAround,
+                sideOf(walk, kStrips - std::countl_zero(strips)) + kAround) {}
 
     // False where it may be anywhere.
-    bool isKnown() const { return known; }
+    bool isKnown() const { return strips == 0 || (~strips != 0 && strip.isSteep()); }
 
     // The squares of a row of them that may meet it.
     Range cellsOf(std::int32_t row) const {
-        if (empty) return {INT32_MAX, INT32_MAX - 1};
-        double left = HUGE_VAL, right = -HUGE_VAL;
-        for (const double y : {row * WhatShows::kCell - line.y0,
-                               row * WhatShows::kCell + (WhatShows::kCell - 1) - line.y0}) {
-            for (const double across : {from, to}) {
-                const double x = line.x0 + (ux * y - across) / uy;
-                left = std::min(left, x);
-                right = std::max(right, x);
-            }
-        }
-        constexpr double kFar = 1e6;
-        return {
-            static_cast<std::int32_t>(std::floor(std::clamp(left, -kFar, kFar) / WhatShows::kCell)),
-            static_cast<std::int32_t>(
-                std::floor(std::clamp(right, -kFar, kFar) / WhatShows::kCell))};
+        if (strips == 0) return {INT32_MAX, INT32_MAX - 1};
+        const std::int32_t top = row * WhatShows::kCell;
+        const auto [from, to] = strip.columnsOf(top, top + WhatShows::kCell - 1);
+        return {static_cast<std::int32_t>(std::floor(from / WhatShows::kCell)),
+                static_cast<std::int32_t>(std::floor(to / WhatShows::kCell))};
     }
 
   private:
-    static constexpr double kFlat = 0.1;  // lines flatter than that are taken as open anywhere
+    static constexpr double kAround = 1.0;  // quantised centres
 
-    const LineRecord& line;
-    double ux, uy;
-    double from, to;  // pixels across the axis, to the side of (-uy, ux)
-    bool empty, known;
+    // Where a strip begins, pixels off the axis.
+    static double sideOf(const LineWalk& walk, int number) {
+        return (number - kStrips / 2) * (2.0 * walk.fullRadius() / kStrips);
+    }
+
+    OpenStrips strips;
+    SteepStrip strip;
 };
 
 // Of eight rows of squares from `row` on: those that lie in the union of the discs, or, outward,
