@@ -37,24 +37,24 @@ inline unsigned firstBits(std::int32_t count) {
     return 0xFFu >> (kLanes - std::min(count, kLanes));
 }
 
-// All 32 coverages of a radius, by column, as bytes, blended like coverageInColumn.
-inline void coverageTable(const CoverageBlend& w, std::uint8_t* table) {
+// Sixteen coverages of neighbouring columns, in words, blended like coverageInColumn.
+inline __m256i blendRows(const CoverageBlend& w, std::int32_t column) {
+    const auto* low = reinterpret_cast<const __m128i*>(&EdgeCoverageTable[w.rowLow][column]);
+    const auto* high = reinterpret_cast<const __m128i*>(&EdgeCoverageTable[w.rowHigh][column]);
+    const __m256i from = _mm256_cvtepu8_epi16(_mm_loadu_si128(low));
+    const __m256i rise = _mm256_sub_epi16(_mm256_cvtepu8_epi16(_mm_loadu_si128(high)), from);
     // rise x weight in 16 bits: a weight of 32768 or more is taken less 65536, which the upper half
     // of the product lacks `rise` for; the lower half rounds.
     const __m256i weight = _mm256_set1_epi16(static_cast<std::int16_t>(w.weightHigh));
-    const __m256i lacks = _mm256_set1_epi16(w.weightHigh > INT16_MAX ? -1 : 0);
-    const auto sixteen = [&](std::int32_t column) {
-        const auto widen = [column](std::int32_t row) {
-            return _mm256_cvtepu8_epi16(
-                _mm_loadu_si128(reinterpret_cast<const __m128i*>(&EdgeCoverageTable[row][column])));
-        };
-        const __m256i low = widen(w.rowLow), rise = _mm256_sub_epi16(widen(w.rowHigh), low);
-        const __m256i upper =
-            _mm256_add_epi16(_mm256_mulhi_epi16(rise, weight), _mm256_and_si256(rise, lacks));
-        const __m256i up = _mm256_srli_epi16(_mm256_mullo_epi16(rise, weight), 15);
-        return _mm256_add_epi16(low, _mm256_add_epi16(upper, up));
-    };
-    const __m256i bytes = _mm256_packus_epi16(sixteen(0), sixteen(16));
+    const __m256i lacks = _mm256_and_si256(rise, _mm256_srai_epi16(weight, 15));
+    const __m256i upper = _mm256_add_epi16(_mm256_mulhi_epi16(rise, weight), lacks);
+    const __m256i up = _mm256_srli_epi16(_mm256_mullo_epi16(rise, weight), 15);
+    return _mm256_add_epi16(from, _mm256_add_epi16(upper, up));
+}
+
+// All 32 coverages of a radius, by column, as bytes.
+inline void coverageTable(const CoverageBlend& w, std::uint8_t* table) {
+    const __m256i bytes = _mm256_packus_epi16(blendRows(w, 0), blendRows(w, 16));
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(table), _mm256_permute4x64_epi64(bytes, 0xD8));
 }
 

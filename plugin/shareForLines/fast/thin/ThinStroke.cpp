@@ -22,6 +22,7 @@ using avx2::Box, avx2::coverageTable, avx2::EightPixels, avx2::Replay, avx2::Tri
 
 // The closed form counts in 4096ths of a column.
 constexpr double kFine = 4096.0;
+constexpr std::int32_t kPastEdge = 4095;  // bits: how far past a column's edge
 // Nearer to a column's edge than this times 1 + 1 / r, in 4096ths, a pixel takes the exact way.
 // Single precision holds places in the square, up to 40 pixels from its middle, to 2e-6 pixels on
 // each axis; with the rounding of what follows, that moves the closed form by less than 0.3 times
@@ -76,12 +77,12 @@ struct ThinStroke<Depth>::Block {
 
     void cover(const std::array<Disc, kDiscs>& discs) {
         largest = lanes::all(0);
-        Ints nearest = lanes::all(4095);
+        Ints nearest = lanes::all(kPastEdge);
         Ints* next = coverage;
         for (Discs rest = reaching; rest != 0; rest &= rest - 1) {
             const Disc& disc = discs[static_cast<std::size_t>(std::countr_zero(rest))];
             const Ints fine = fineColumns(disc);
-            nearest = least(nearest, pastEdge(fine));
+            nearest = least(nearest, fine & kPastEdge);
             const Ints g = coverageOf(disc, fine);
             largest = most(largest, g);
             *next++ = g;
@@ -89,7 +90,7 @@ struct ThinStroke<Depth>::Block {
         exactly = isNearEdge(nearest);
     }
 
-    bool isNearEdge(const Disc& disc) const { return isNearEdge(pastEdge(fineColumns(disc))); }
+    bool isNearEdge(const Disc& disc) const { return isNearEdge(fineColumns(disc) & kPastEdge); }
 
   private:
     // With the guard. Limited to columns 0.5 to 31.5: beyond them there is no edge to miss.
@@ -100,7 +101,6 @@ struct ThinStroke<Depth>::Block {
                              lanes::all(static_cast<float>(31.5 * kFine))));
     }
 
-    static Ints pastEdge(Ints fine) { return fine & 4095; }
     bool isNearEdge(Ints past) const { return any(unsure > past); }
 
     Ints coverageOf(const Disc& disc, Ints fine) const {
