@@ -2,6 +2,7 @@
 
 #include <immintrin.h>
 
+#include <bit>
 #include <cmath>
 
 #include "shareForLines/simd/Begin.h"
@@ -18,8 +19,10 @@ class Diagonals {
         alignas(16) std::int32_t x[4], y[4];
     };
     Pixels before;
-    // True when the circle passes between each of these pixels, and those behind, and its pair.
-    bool plottedAsWalked;
+    // Of these pixels and those behind: whether the circle passes within one and its pair, and
+    // then that one, and the way on behind the pair.
+    bool anyOutside;
+    DabPixel outside, inward;
 
     Diagonals(const DabCentre& c, double r)
         : centre(c),
@@ -35,10 +38,10 @@ class Diagonals {
         }
         _mm_store_si128(reinterpret_cast<__m128i*>(before.x), x);
         _mm_store_si128(reinterpret_cast<__m128i*>(before.y), y);
-        const __m128i first = straddles(kFirst, x, y);
+        anyOutside = false;
+        findOutside(kFirst, x, y);
         step(kSecond, _mm_set1_epi32(-1), x, y);
-        const __m128i both = _mm_and_si128(first, straddles(kSecond, x, y));
-        plottedAsWalked = _mm_movemask_ps(_mm_castsi128_ps(both)) == 0xF;
+        findOutside(kSecond, x, y);
     }
 
   private:
@@ -131,6 +134,19 @@ class Diagonals {
         y = advance(y, arcs.majorY, arcs.minorY);
     }
 
+    // There is one at most.
+    void findOutside(const ArcLanes& arcs, __m128i x, __m128i y) {
+        const int between = _mm_movemask_ps(_mm_castsi128_ps(straddles(arcs, x, y)));
+        if (between == 0xF) return;
+        const int i = std::countr_one(static_cast<unsigned>(between));
+        alignas(16) std::int32_t px[4], py[4];
+        _mm_store_si128(reinterpret_cast<__m128i*>(px), x);
+        _mm_store_si128(reinterpret_cast<__m128i*>(py), y);
+        anyOutside = true;
+        outside = {px[i], py[i]};
+        inward = {-arcs.outwardX[i], -arcs.outwardY[i]};
+    }
+
     // All ones where the circle passes between the pixel and its pair.
     __m128i straddles(const ArcLanes& arcs, __m128i x, __m128i y) const {
         const __m128i isInside = inside(x, y);
@@ -165,7 +181,10 @@ ArcEnds::ArcEnds(const DabCentre& centre, double r) {
     flatTop = {at.before.x[2], at.before.x[1] - 1};
     steepRight = {at.before.y[1], at.before.y[0] - 1};
     steepLeft = {at.before.y[2] + 1, at.before.y[3]};
-    asDescribed = at.plottedAsWalked;
+    isOdd = at.anyOutside;
+    if (!isOdd) return;
+    extra = at.outside;
+    once = {extra.x + 2 * at.inward.x, extra.y + 2 * at.inward.y};
 }
 
 }  // namespace streakfall

@@ -20,6 +20,10 @@
 
 namespace streakfall {
 
+struct DabPixel {
+    std::int32_t x, y;  // dab coordinates
+};
+
 struct ArcEnds {
     ArcEnds() = default;
     // 5 <= r <= 2048. Of the centre only the fractions count. Needs a processor with AVX2.
@@ -28,10 +32,12 @@ struct ArcEnds {
     // Of a pair of arcs, dab coordinates.
     Range flatBottom, flatTop;    // columns
     Range steepLeft, steepRight;  // rows
-    // False for about one small dab in a thousand (in eighteen at radius 5, none from 6.5 on): it
-    // has a pixel where two arcs meet that the walk plots although the circle passes beyond it and
-    // its pair.
-    bool asDescribed;
+    // One dab in two dozen at radius 5, in thousands at 6 and none from 6.1 on has a pixel where two
+    // arcs meet that the walk plots although the circle passes within it and its pair. All else is
+    // as told above, but that the pixel behind the pair is plotted by one of the arcs, not by both.
+    bool isOdd;
+    DabPixel extra;  // of an odd dab: outside, and plotted
+    DabPixel once;   // inside, and plotted once
 };
 
 }  // namespace streakfall

@@ -44,7 +44,8 @@ void ThickBounds::find(const ThickDabs& dabs, bool straight, const Range& majorL
     const std::int32_t stride =
         straight ? std::clamp(static_cast<std::int32_t>(std::sqrt(0.8 * dabs.smallest)), 2, 12) : 2;
     sample(dabs, stride, straight ? 0.0 : kBow);
-    const float leastHalf = static_cast<float>(stride) + 2.0f;
+    // Cores of neighbouring samples, and of those with one between that has none, overlap.
+    const float leastHalf = static_cast<float>(stride) + 0.25f;
     const Floats leastChord2 = lanes::all(leastHalf * leastHalf), zero = lanes::all(0.0f);
     const float ends = reach[0] + reach[static_cast<std::size_t>(count - 1)] +
                        static_cast<float>(dabs.largest) + 8.0f;

@@ -176,6 +176,7 @@ void ThickDabs::closeEnds() {
         times[i] = 1;
         hasArcs[i] = true;
         minorFar[i] = minorNear[i] = majorFar[i] = majorNear[i] = pair(0, -1);
+        extra[i] = once[i] = kNoPixel;
     };
     for (std::int32_t i = 0; i < kBeyond; ++i) {
         close(i, begin());
@@ -195,6 +196,12 @@ void ThickDabs::findArcs(std::int32_t entry) {
     minorNear[i] = steepAxis ? pairFrom(ends.steepLeft, y) : pairFrom(ends.flatTop, x);
     majorFar[i] = steepAxis ? pairFrom(ends.flatBottom, x) : pairFrom(ends.steepRight, y);
     majorNear[i] = steepAxis ? pairFrom(ends.flatTop, x) : pairFrom(ends.steepLeft, y);
+    const auto placeOf = [&](const DabPixel& p) {
+        const std::int32_t px = 16 * (x + p.x), py = 16 * (y + p.y);
+        return steepAxis ? pair(py, px) : pair(px, py);
+    };
+    extra[i] = ends.isOdd ? placeOf(ends.extra) : kNoPixel;
+    once[i] = ends.isOdd ? placeOf(ends.once) : kNoPixel;
 }
 
 }  // namespace streakfall

@@ -40,11 +40,6 @@ class ThickDabs {
     // alphas: of each dab, as EightPixels::payload.
     void place(std::span<const Dab> dabs, std::span<const std::int32_t> alphas, bool steep);
 
-    // Whether a dab of radius 5 or more is what ArcEnds describes; all from 6.5 on are.
-    bool isRegular(const Dab& dab) const {
-        return arcs.of(quantiseCentre(dab.x, dab.y), dab.radius).asDescribed;
-    }
-
     std::int32_t begin() const { return kBeyond; }
     std::int32_t end() const { return last; }
     // False where the pen went against the major axis.
@@ -85,6 +80,8 @@ class ThickDabs {
     // straddle the circle along the minor axis and are told by their major coordinates; "far" is
     // the side of greater minor coordinates. Major arcs the other way round.
     alignas(32) PerEntry<std::int32_t> minorFar, minorNear, majorFar, majorNear;
+    // Of odd dabs (ArcEnds): the two pixels, as centre, else kNoPixel.
+    alignas(32) PerEntry<std::int32_t> extra, once;
     // The pen's alpha, as EightPixels::payload; of a hollow dab, rows from the middle one, up to
     // which it leaves open what its ends do not hold, else -1; and the middle row, canvas pixels.
     alignas(32) PerEntry<std::int32_t> alpha, hollowRows, middleRow;
@@ -94,6 +91,8 @@ class ThickDabs {
     PerEntry<const std::uint8_t*> coverage;    // by column
 
   private:
+    static constexpr std::int32_t kNoPixel = 1;  // pixels lie at whole sixteens
+
     struct Placed {
         std::int32_t centre, limit;
         float columnScale, columnBase, major, minor;
@@ -112,7 +111,7 @@ class ThickDabs {
     std::array<std::int32_t, static_cast<std::size_t>(kCapacity + 2)> entryAt;
     PerEntry<std::int32_t> changes;  // of the radius, up to the entry
     CoverageTables<kCapacity> tables;
-    mutable KnownArcEnds arcs;
+    KnownArcEnds arcs;
 };
 
 }  // namespace streakfall

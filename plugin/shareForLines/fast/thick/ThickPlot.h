@@ -77,8 +77,8 @@ class ThickPlot {
             const Ints byMajor =
                 straddles(major) & where(right, within(e.minor, lanes::load(&dabs.majorFar[k])),
                                          within(e.minor, lanes::load(&dabs.majorNear[k])));
-            p.plotted = byMinor | byMajor;
-            p.twice = byMinor & byMajor;
+            p.plotted = byMinor | byMajor | (e.pixel == lanes::load(&dabs.extra[k]));
+            p.twice = byMinor & byMajor & (e.pixel != lanes::load(&dabs.once[k]));
         }
         return p;
     }

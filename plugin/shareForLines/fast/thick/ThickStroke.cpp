@@ -11,7 +11,6 @@
 namespace streakfall {
 namespace {
 
-constexpr double kRegularRadius = 6.5;  // from here on every dab is what ArcEnds describes
 constexpr double kMostTurn = 0.85;      // least cosine of the turn from step to step of a wave
 constexpr double kSameSpot = 1e-6;      // pixels
 
@@ -35,12 +34,6 @@ bool ThickStroke<Depth>::goesOn(const Dab& dab) const {
     const double ex = before.x - earlier.x, ey = before.y - earlier.y;
     const double turn = ex * dx + ey * dy;
     return turn >= kMostTurn * std::sqrt((ex * ex + ey * ey) * step2);
-}
-
-template <class Depth>
-bool ThickStroke<Depth>::takes(const Dab& dab) const {
-    return dab.radius <= ThickDabs::kMaxRadius &&
-           (dab.radius >= kRegularRadius || dabs.isRegular(dab));
 }
 
 template <class Depth>

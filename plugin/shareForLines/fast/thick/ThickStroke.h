@@ -43,7 +43,7 @@ class ThickStroke {
     }
 
     // Whether a large dab can be painted here at all.
-    bool takes(const Dab& dab) const;
+    static bool takes(const Dab& dab) { return dab.radius <= ThickDabs::kMaxRadius; }
     // Adds one that can, and touches the canvas. False when it cannot go into this run: flush and
     // add it then.
     bool add(const Dab& dab, typename Depth::Channel alpha);
