@@ -18,11 +18,20 @@
 //  4. Of the paints of one dab or more, the largest alpha is that of the largest coverage, as long
 //     as the pen's alpha is above 0 and no coverage gives more than the inside, where the pen's own
 //     alpha counts (insideGivesMost).
+//  5. In 8 and 16 bits, where a merge keeps the part w = b / (a + b) of a difference, b being the
+//     weight left to the stored colour: a channel that lies d above the pen's comes to
+//     trunc(d w) above it, one d below to d w rounded up. So no merge brings a channel past the
+//     pen's or farther off, and as long as b is not 0 one that lies below stays below. Merges that
+//     at least halve a difference (w up to 1/2, that is b up to a) bring any channel to the pen's,
+//     or from below to a step below it, once there are kMergesToRest of them, whatever other merges
+//     come before, between and behind.
 //
 // A way of painting that rests on one of these asserts it with the functions below.
 #pragma once
 
+#include <bit>
 #include <cassert>
+#include <cstdint>
 
 #include "shareForLines/canvas/PixelDepth.h"
 
@@ -40,6 +49,21 @@ bool isPlain(const typename Depth::Pixel& pixel, const typename Depth::Pixel& pe
 template <class Depth>
 bool insideGivesMost(const typename Depth::Pixel& pen) {
     return pen.alpha > 0 && Depth::coverAlpha(pen.alpha, 255) <= pen.alpha;
+}
+
+// As many merges that halve a difference bring any colour to rest (5.): the largest, white, to a
+// step.
+template <class Depth>
+inline constexpr std::int32_t kMergesToRest = std::bit_width(unsigned{Depth::kWhite});
+
+// True when merges at alphas from `least` on halve a difference, and those up to `most` leave some
+// weight to the stored colour (5.). Stored alphas lie from leastStored to mostStored. 8 and 16
+// bits.
+template <class Depth>
+bool halvesDifference(typename Depth::Channel least, typename Depth::Channel most,
+                      typename Depth::Channel leastStored, typename Depth::Channel mostStored) {
+    return Depth::weightLeft(least, mostStored) <= least &&
+           Depth::weightLeft(most, leastStored) > 0;
 }
 
 // Paints of one pen, of which this is the largest alpha, as one (1. and 2.).

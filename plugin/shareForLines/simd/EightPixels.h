@@ -13,6 +13,7 @@
 //                    the colour any more, and the alpha is the largest merged: the colour is the
 //                    pen's, or within a step below it in every channel while some weight is left
 //                    to it, whose mixture truncates to what it was
+//   rested(p)        not in float: the colours that stay in the end (OrderOfPaint.h, 5.)
 //   merge(p, a)      lanes where a is 0 stay. True when a second merge could change a pixel, as
 //                    it does where colours were mixed.
 #pragma once
@@ -94,6 +95,12 @@ struct EightPixels<Depth8> {
         return _mm256_or_si256(
             _mm256_cmpeq_epi32(off, zero),
             _mm256_and_si256(near, _mm256_cmpgt_epi32(left, _mm256_set1_epi32(255))));
+    }
+
+    Pixels rested(Pixels p) const {
+        const __m256i below = _mm256_subs_epu8(color, p);
+        const __m256i rgb = _mm256_sub_epi8(color, _mm256_min_epu8(below, _mm256_set1_epi8(1)));
+        return _mm256_or_si256(rgb, _mm256_and_si256(p, _mm256_set1_epi32(0xFF)));
     }
 
     __attribute__((always_inline)) bool merge(Pixels& p, Alphas a) const {
@@ -200,6 +207,11 @@ struct EightPixels<Depth16> {
             _mm256_and_si256(near, _mm256_cmpgt_epi32(left, _mm256_set1_epi32(32767)))));
     }
 
+    Pixels rested(const Pixels& p) const {
+        return {_mm256_or_si256(stepBelow(red, p.alphaRed), lower(p.alphaRed)),
+                stepBelow(greenBlue, p.greenBlue)};
+    }
+
     __attribute__((always_inline)) bool merge(Pixels& p, Alphas a) const {
         const __m256i oldAlpha = lower(p.alphaRed);
         const __m256i same =
@@ -221,6 +233,11 @@ struct EightPixels<Depth16> {
   private:
     static __m256i lower(__m256i words) {
         return _mm256_and_si256(words, _mm256_set1_epi32(0xFFFF));
+    }
+    // The colour where it is reached or passed, else a step less.
+    static __m256i stepBelow(__m256i color, __m256i now) {
+        const __m256i below = _mm256_subs_epu16(color, now);
+        return _mm256_sub_epi16(color, _mm256_min_epu16(below, _mm256_set1_epi16(1)));
     }
     static __m256i upper(__m256i words) { return _mm256_srli_epi32(words, 16); }
     static __m256i pair(__m256i low, __m256i high) {

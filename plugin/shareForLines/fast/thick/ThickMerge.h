@@ -13,6 +13,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "shareForLines/fast/OrderOfPaint.h"
 #include "shareForLines/fast/thick/ThickPlot.h"
@@ -79,6 +80,13 @@ class ThickMerge {
         const bool forward = dabs.isForward();
         Ints best = lanes::all(0);
         const Channel mostOfAll = highestAlpha(o);
+        if constexpr (!kHollow && std::is_integral_v<Channel>) {
+            if (comesToRest(e, which, old, mostOfAll)) {
+                pixels = eight.rested(pixels);
+                best = mostAlpha<false>(e, wanted, o, highAtEnd);
+                o = {0, -1};
+            }
+        }
         while (o.low <= o.high) {
             const std::int32_t offset = forward ? o.low++ : o.high--;
             const Cover c = plot.coverOf<kHollow>(e, offset);
@@ -137,6 +145,26 @@ class ThickMerge {
             missing &= c.coverage < kInside;
         }
         return best;
+    }
+
+    // True when the merges surely bring these lanes' colours, any at all, to rest. most: of all
+    // alphas that reach them.
+    bool comesToRest(const Eight& e, unsigned which, const Pixel* old, Channel most) const {
+        if (!window.isStraight()) return false;
+        constexpr std::int32_t kOthers = kMergesToRest<Depth> - 1;
+        const std::int32_t end = window.insideGuess(e, which, highAtEnd);
+        const Offsets o = highAtEnd ? Offsets{end - kOthers, end} : Offsets{end, end + kOthers};
+        if (o.low < window.offsets().low || o.high > window.offsets().high) return false;
+        const Channel least =
+            alphaOf(dabs.alpha[ThickDabs::at(highAtEnd ? o.low : o.high + kCount - 1)]);
+        Channel leastStored = Depth::kWhite, mostStored = most;
+        for (unsigned rest = which; rest != 0; rest &= rest - 1) {
+            const Channel stored = old[std::countr_zero(rest)].alpha;
+            leastStored = std::min(leastStored, stored);
+            mostStored = std::max(mostStored, stored);
+        }
+        return halvesDifference<Depth>(least, most, leastStored, mostStored) &&
+               plot.areInside(e, lanesOf(which), o.low, o.high);
     }
 
     // True when one of these pixels has less than the alpha.

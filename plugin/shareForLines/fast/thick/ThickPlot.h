@@ -10,6 +10,7 @@
 
 #include "shareForLines/disc/HollowRow.h"
 #include "shareForLines/fast/thick/ThickDabs.h"
+#include "shareForLines/path/StrokeShape.h"
 #include "shareForLines/simd/Begin.h"
 #include "shareForLines/simd/Lanes.h"
 #include "shareForLines/simd/Vectors.h"
@@ -17,6 +18,11 @@
 namespace streakfall::thick {
 
 using namespace lanes;
+
+// How far rounding moves squared distances less squared radii, pixels squared: that of the centre,
+// of which each coordinate is off by 1/32 at the most, and the bow of a ramp's curve.
+inline double centreNoise(double radius) { return 0.177 * (radius + 1.0); }
+inline double bowNoise(double radius) { return 2.0 * kRampBow * radius * radius; }
 
 inline constexpr std::int32_t kInside = avx2::kInterior;
 inline constexpr std::int32_t kLimitless = 1 << 30;  // farther than any pixel
@@ -49,7 +55,9 @@ class ThickPlot {
     ThickPlot(ThickDabs& run, std::int32_t width)
         : dabs(run),
           canvasWidth(width),
-          reachOver(static_cast<std::int32_t>(256.0 * (2.2 * run.largest + 2.0))) {}
+          reachOver(static_cast<std::int32_t>(256.0 * (2.2 * run.largest + 2.0))),
+          insideOver(-static_cast<std::int32_t>(
+              256.0 * (2.0 * run.largest + centreNoise(run.largest) + bowNoise(run.largest)))) {}
 
     // Lane i takes entry offset + i.
     __attribute__((always_inline)) Plot plotOf(const Places& e, std::int32_t offset) const {
@@ -81,6 +89,12 @@ class ThickPlot {
             p.twice = byMinor & byMajor & (e.pixel != lanes::load(&dabs.once[k]));
         }
         return p;
+    }
+
+    // True when these lanes lie so deep inside both of the offsets' entries that those between,
+    // along a straight line, have them inside as well, and none plots them.
+    bool areInside(const Places& e, Ints wanted, std::int32_t low, std::int32_t high) const {
+        return !any((most(overOf(e, low), overOf(e, high)) > insideOver) & wanted);
     }
 
     // What eight entries do to eight pixels, one each.
@@ -174,6 +188,12 @@ class ThickPlot {
     }
 
   private:
+    Ints overOf(const Places& e, std::int32_t offset) const {
+        const std::size_t k = ThickDabs::at(offset);
+        return pairSquares(pairDifference(e.pixel, lanes::load(&dabs.centre[k]))) -
+               lanes::load(&dabs.limit[k]);
+    }
+
     // Columns of a table of 4096ths that single precision tells for sure: the sum is below 1024 r
     // between columns 0 and 32, exact, and what is rounded, below 2^17 4096ths, has an error of
     // less than 0.05; with the rounding to whole ones less than 1.
@@ -201,7 +221,8 @@ class ThickPlot {
 
     ThickDabs& dabs;
     const std::int32_t canvasWidth;
-    const std::int32_t reachOver;  // beyond it a dab touches nothing
+    const std::int32_t reachOver;   // beyond it a dab touches nothing
+    const std::int32_t insideOver;  // up to it a pixel is a pixel or more inside
 };
 
 }  // namespace streakfall::thick

@@ -43,12 +43,12 @@ class ThickWindow {
     ThickWindow(const ThickDabs& entries, std::span<const Dab> run, bool straightRun)
         : dabs(entries), straight(straightRun) {
         const double r = dabs.largest, g = dabs.mostGrowth;
-        const double convex = 1.0 - g * g - kBend, noise = 0.177 * (r + 1.0);
+        const double convex = 1.0 - g * g - kBend, noise = centreNoise(r);
         if (straight && convex > 0.3) {
             const double w = 1.0 / convex + std::sqrt((noise + 0.35) / convex);
-            const double uneven = g > 0.0 ? 3.0 + 2.2 * g * (2.0 * w + 2.0) +
-                                                0.5 * std::min(r, 11.0) + 2.0 * kRampBow * r * r
-                                          : 0.0;
+            const double uneven =
+                g > 0.0 ? 3.0 + 2.2 * g * (2.0 * w + 2.0) + 0.5 * std::min(r, 11.0) + bowNoise(r)
+                        : 0.0;
             slack = static_cast<std::int32_t>(256.0 * (w * w + noise + 1.0 + uneven));
         }
         const Dab &first = run.front(), &last = run.back();
@@ -102,6 +102,34 @@ class ThickWindow {
         while (high < bounds.high && more) more = matters(++high);
         guess = (low + high) / 2;
         return lowDone && (!more || high == all.high);
+    }
+
+    // A guess: the last offset, or the first, whose entries have these lanes well inside. Straight
+    // runs only.
+    std::int32_t insideGuess(const Places& e, unsigned wanted, bool atEnd) const {
+        const auto radiusAt = [&](std::int32_t k) {
+            return dabs.radius[ThickDabs::at(std::clamp(k, dabs.begin(), dabs.end() - 1))];
+        };
+        const auto edgeOf = [&](int lane) {
+            const float m = static_cast<float>(e.place[lane]) - startMajor;
+            const float n = static_cast<float>(e.minor[lane]) - startMinor;
+            const float along = m * alongMajor + n * alongMinor;
+            const float across = n * alongMajor - m * alongMinor;
+            const auto entryAt = [&](float way) {
+                return dabs.entryFrom(
+                    static_cast<std::int32_t>(std::floor(way * alongMajor + startMajor)));
+            };
+            std::int32_t entry = entryAt(along);
+            for (int i = 0; i < 2; ++i) {  // the radius is that of the edge, in the end
+                const float r = radiusAt(entry) - 1.5f;
+                const float half = std::sqrt(std::max(r * r - across * across, 0.0f));
+                entry = entryAt(atEnd ? along + half : along - half) + (atEnd ? -1 : 1);
+            }
+            return entry - lane;
+        };
+        const std::int32_t one = edgeOf(std::countr_zero(wanted));
+        const std::int32_t other = edgeOf(31 - std::countl_zero(wanted));
+        return atEnd ? std::min(one, other) : std::max(one, other);
     }
 
     // The offsets from the first to the last that may touch one of these lanes; none when low >
