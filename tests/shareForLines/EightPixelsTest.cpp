@@ -2,6 +2,7 @@
 // stroke reaches (alphas below 0 and above white, infinities, NaN).
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstring>
@@ -9,6 +10,7 @@
 #include <random>
 
 #include "PaintBox.h"
+#include "shareForLines/fast/OrderOfPaint.h"
 #include "shareForLines/simd/EightPixels.h"
 #include "shareForLines/simd/InstructionSet.h"
 
@@ -18,6 +20,13 @@ namespace {
 constexpr int kCount = 8;
 
 #include "shareForLines/simd/Begin.h"
+
+template <class Depth>
+__attribute__((noinline)) void restRow(typename Depth::Pixel* row,
+                                       const typename Depth::Pixel& pen) {
+    const avx2::EightPixels<Depth> eight(pen);
+    eight.store(row, eight.rested(eight.load(row)));
+}
 
 // Merges eight pixels, by coverage, again as long as it says that this could change one.
 template <class Depth>
@@ -148,6 +157,48 @@ TYPED_TEST(EightPixels, RandomPixels) {
         }
         ASSERT_TRUE(this->agree(row, count, pen, coverage, 1 + below(3))) << "round " << n;
     }
+}
+
+// Merges that halve a difference, with any others before, between and behind.
+template <class Depth>
+void expectRest() {
+    using P = typename Depth::Pixel;
+    using Channel = typename Depth::Channel;
+    const auto any = [] { return anyChannel<Depth>(); };
+    int rested = 0;
+    for (int n = 0; n < 200000; ++n) {
+        const P pen{any(), any(), any(), any()};
+        const Channel one = any(), other = any();
+        const Channel least = std::min(one, other), most = std::max(one, other);
+        P row[kCount];
+        for (P& p : row) p = {any(), any(), any(), any()};
+        const auto [low, high] = std::minmax_element(
+            row, row + kCount, [](const P& a, const P& b) { return a.alpha < b.alpha; });
+        const Channel leastStored = low->alpha, mostStored = std::max(most, high->alpha);
+        if (!halvesDifference<Depth>(least, most, leastStored, mostStored)) continue;
+        ++rested;
+        P wanted[kCount];
+        std::copy_n(row, kCount, wanted);
+        for (P& p : wanted) {
+            for (int left = kMergesToRest<Depth>; left > 0;) {
+                const int alpha = below(3) == 0 ? below(most) + 1 : least + below(most - least + 1);
+                mergePixel<Depth>(p, pen, static_cast<Channel>(alpha));
+                left -= alpha >= least;
+            }
+        }
+        restRow<Depth>(row, pen);
+        for (int i = 0; i < kCount; ++i) {
+            row[i].alpha = wanted[i].alpha;
+            ASSERT_EQ(std::memcmp(&row[i], &wanted[i], sizeof(P)), 0) << "round " << n;
+        }
+    }
+    EXPECT_GT(rested, 1000);
+}
+
+TEST(RestedColors, AreThoseThatManyMergesLeave) {
+    if (instructionSet() < InstructionSet::kAvx2) GTEST_SKIP() << "no AVX2 here";
+    expectRest<Depth8>();
+    expectRest<Depth16>();
 }
 
 }  // namespace
