@@ -69,8 +69,9 @@ class ThickMerge {
     // Every merge of these lanes in walk order until their colours rest.
     template <bool kHollow>
     void replay(const Eight& e, unsigned which) {
-        Offsets o = window.touchingOf(e, which);
         const Ints wanted = lanesOf(which);
+        Offsets o = window.touchingOf(e, which);
+        if (!window.isStraight()) plot.keepTouching(e, wanted, o.low, o.high);
         alignas(32) Pixel old[kCount] = {};
         for (unsigned rest = which; rest != 0; rest &= rest - 1) {
             const int i = std::countr_zero(rest);

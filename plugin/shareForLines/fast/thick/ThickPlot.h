@@ -57,7 +57,8 @@ class ThickPlot {
           canvasWidth(width),
           reachOver(static_cast<std::int32_t>(256.0 * (2.2 * run.largest + 2.0))),
           insideOver(-static_cast<std::int32_t>(
-              256.0 * (2.0 * run.largest + centreNoise(run.largest) + bowNoise(run.largest)))) {}
+              256.0 * (2.0 * run.largest + centreNoise(run.largest) + bowNoise(run.largest)))),
+          equalOver(static_cast<std::int32_t>(256.0 * (0.6 * run.largest + 5.0))) {}
 
     // Lane i takes entry offset + i.
     __attribute__((always_inline)) Plot plotOf(const Places& e, std::int32_t offset) const {
@@ -187,13 +188,28 @@ class ThickPlot {
         return ByteTable(dabs.coverage[entry])[column];
     }
 
-  private:
+    // Moves both ends of the offsets up to entries that touch one of these lanes.
+    void keepTouching(const Places& e, Ints wanted, std::int32_t& low, std::int32_t& high) const {
+        const Ints bound = where(wanted, touchingBound(), lanes::all(-kLimitless));
+        while (low <= high && !any(overOf(e, low) <= bound)) ++low;
+        while (low <= high && !any(overOf(e, high) <= bound)) --high;
+    }
+
+    // Beyond it a dab touches nothing.
+    Ints touchingBound() const { return lanes::all(reachOver); }
+    // Of dabs of one radius, of which `least` is the nearest: beyond it none gives more coverage.
+    // The nearest gives the most of those that plot the pixel. But another may have it interior,
+    // being up to 0.6 r farther: that takes a whole pixel to the circle along an axis, the way
+    // through which is 0.71 to 1 pixel. Likewise outside for another that plots it.
+    Ints equalBound(Ints least) const { return least + equalOver; }
+
     Ints overOf(const Places& e, std::int32_t offset) const {
         const std::size_t k = ThickDabs::at(offset);
         return pairSquares(pairDifference(e.pixel, lanes::load(&dabs.centre[k]))) -
                lanes::load(&dabs.limit[k]);
     }
 
+  private:
     // Columns of a table of 4096ths that single precision tells for sure: the sum is below 1024 r
     // between columns 0 and 32, exact, and what is rounded, below 2^17 4096ths, has an error of
     // less than 0.05; with the rounding to whole ones less than 1.
@@ -223,6 +239,7 @@ class ThickPlot {
     const std::int32_t canvasWidth;
     const std::int32_t reachOver;   // beyond it a dab touches nothing
     const std::int32_t insideOver;  // up to it a pixel is a pixel or more inside
+    const std::int32_t equalOver;   // see equalBound
 };
 
 }  // namespace streakfall::thick

@@ -229,8 +229,42 @@ class ThickRim {
         return g == kInside ? pen.alpha : Depth::coverAlpha(pen.alpha, g);
     }
 
+    // Likewise, of entries that lie on any path. Where they have one radius only those count that
+    // are about as near as the nearest.
+    Ints largestOfAll(const Eight& e) {
+        const Offsets& all = window.offsets();
+        const Ints active = lanesOf(e.active);
+        Ints nearest = lanes::all(kLimitless), inside = lanes::all(0), largest = inside;
+        Ints bound = plot.touchingBound();
+        const bool oneRadius = dabs.haveOneRadius(std::max(all.low, dabs.begin()),
+                                                  std::min(all.high + kCount - 1, dabs.end() - 1));
+        if (oneRadius) {
+            Ints least = bound;
+            for (std::int32_t o = all.low; o <= all.high; ++o)
+                least = lanes::least(least, plot.overOf(e, o));
+            bound = lanes::least(bound, plot.equalBound(least));
+        }
+        bound = where(active, bound, lanes::all(-kLimitless));
+        for (std::int32_t o = all.low; o <= all.high; ++o) {
+            if (!any(plot.overOf(e, o) <= bound)) continue;
+            if (oneRadius) {
+                const Plot p = plot.plotOf(e, o);
+                nearest = lanes::least(nearest, where(p.plotted, p.over, lanes::all(kLimitless)));
+                inside |= p.inside & ~p.plotted;
+            } else {
+                const Cover c = plot.coverOf<false>(e, o);
+                largest = most(largest, most(c.coverage, c.twin));
+            }
+        }
+        if (!oneRadius) return largest;
+        const Ints edge =
+            plot.edgeOf(nearest, ThickDabs::at(std::clamp(all.low, dabs.begin(), dabs.end() - 1)));
+        return where(inside, lanes::all(kInside), edge & (nearest < lanes::all(kLimitless)));
+    }
+
     // The largest coverage of any entry, by lane.
     Ints largestOf(const Eight& e, std::int32_t& guess) {
+        if (!window.isBounded()) return largestOfAll(e);
         const Offsets& all = window.offsets();
         const Offsets near{std::max(all.low, guess - kOneRadius),
                            std::min(all.high, guess + kOneRadius)};
