@@ -66,9 +66,10 @@ class ThickMerge {
         forAlphas(which, best, [&](int i, Channel a) { raiseTo<Depth>(*e.at[i], pen, a); });
     }
 
-    // Every merge of these lanes in walk order until their colours rest.
+    // Every merge of these lanes in walk order until their colours rest. known: their largest
+    // alphas, as payloads, or null.
     template <bool kHollow>
-    void replay(const Eight& e, unsigned which) {
+    void replay(const Eight& e, unsigned which, const Ints* known = nullptr) {
         const Ints wanted = lanesOf(which);
         Offsets o = window.touchingOf(e, which);
         if (!window.isStraight()) plot.keepTouching(e, wanted, o.low, o.high);
@@ -79,10 +80,10 @@ class ThickMerge {
         }
         auto pixels = eight.load(old);
         const bool forward = dabs.isForward();
-        Ints best = lanes::all(0);
-        const Channel mostOfAll = highestAlpha(o);
+        Ints best = known != nullptr ? *known : lanes::all(0);
+        const Channel mostOfAll = known != nullptr ? mostOf(which, *known) : highestAlpha(o);
         if constexpr (!kHollow && std::is_integral_v<Channel>) {
-            if (comesToRest(e, which, old, mostOfAll)) {
+            if (known == nullptr && comesToRest(e, which, old, mostOfAll)) {
                 pixels = eight.rested(pixels);
                 best = mostAlpha<false>(e, wanted, o, highAtEnd);
                 o = {0, -1};
@@ -98,7 +99,7 @@ class ThickMerge {
             }
             mergeCover(pixels, c, wanted, offset);
             if (any(~ints(eight.rests(pixels, mostOfAll)) & wanted)) continue;
-            if (isBelow(pixels, which, mostOfAll)) {
+            if (known == nullptr && isBelow(pixels, which, mostOfAll)) {
                 best = mostAlpha<kHollow>(e, wanted, o, varied ? highAtEnd : !forward);
             }
             break;
@@ -111,6 +112,14 @@ class ThickMerge {
         forAlphas(which, best, [&](int i, Channel a) {
             if (a > e.at[i]->alpha) e.at[i]->alpha = a;
         });
+    }
+
+    // Likewise, of pixels at the edge of a run of one alpha, of which the largest coverage is
+    // known.
+    void replayEdge(const Eight& e, unsigned which, Ints coverage) {
+        const Ints alpha = ints(eight.payload(pen.alpha));
+        const Ints known = ints(eight.covered(raw(coverage), raw(alpha)));
+        replay<false>(e, which, &known);
     }
 
   private:
@@ -131,6 +140,12 @@ class ThickMerge {
             const int i = std::countr_zero(rest);
             use(i, alphaOf(alphas[i]));
         }
+    }
+
+    static Channel mostOf(unsigned which, Ints payloads) {
+        Channel most = 0;
+        forAlphas(which, payloads, [&](int, Channel a) { most = std::max(most, a); });
+        return most;
     }
 
     // The largest alphas, as payloads, that entries give these lanes, from the offsets' end of the

@@ -180,8 +180,9 @@ class ThickRim {
 
     // Pixels of the edge of a run of one alpha, over any colour that white covers.
     void paintEdge(const Eight& e, std::int32_t& guess) {
+        const Ints coverage = largestOf(e, guess);
         alignas(32) std::int32_t largest[kCount];
-        lanes::store(largest, largestOf(e, guess));
+        lanes::store(largest, coverage);
         unsigned mixed = 0;
         for (unsigned rest = e.active; rest != 0; rest &= rest - 1) {
             const int i = std::countr_zero(rest);
@@ -195,7 +196,7 @@ class ThickRim {
                 raiseTo<Depth>(*e.at[i], pen, a);
             }
         }
-        if (mixed != 0) merges.template replay<false>(e, mixed);
+        if (mixed != 0) merges.replayEdge(e, mixed, coverage);
     }
 
     // Pixels of the rim or the core, over any colour. core: lanes that lie in the core.
