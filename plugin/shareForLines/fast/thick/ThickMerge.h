@@ -72,7 +72,7 @@ class ThickMerge {
     void replay(const Eight& e, unsigned which, const Ints* known = nullptr) {
         const Ints wanted = lanesOf(which);
         Offsets o = window.touchingOf(e, which);
-        if (!window.isStraight()) plot.keepTouching(e, wanted, o.low, o.high);
+        plot.keepTouching(e, wanted, o.low, o.high);
         alignas(32) Pixel old[kCount] = {};
         for (unsigned rest = which; rest != 0; rest &= rest - 1) {
             const int i = std::countr_zero(rest);
