@@ -89,12 +89,18 @@ class ThickMerge {
                 o = {0, -1};
             }
         }
+        Offsets open{0, -1};  // all lanes are
+        bool isOpenKnown = !window.isStraight();
         while (o.low <= o.high) {
             const std::int32_t offset = forward ? o.low++ : o.high--;
             const Cover c = plot.coverOf<kHollow>(e, offset);
             if (!any(most(c.coverage, c.twin) & wanted)) {
-                if (kHollow && window.isStraight() && !any(~c.open & wanted))
-                    window.skipOpen(e, which, forward, o);
+                if (!isOpenKnown && kHollow && !any(~c.open & wanted)) {
+                    open = window.openOf(e, which, o);
+                    isOpenKnown = true;
+                }
+                if (forward && open.low <= o.low && o.low <= open.high) o.low = open.high + 1;
+                if (!forward && open.low <= o.high && o.high <= open.high) o.high = open.low - 1;
                 continue;
             }
             mergeCover(pixels, c, wanted, offset);

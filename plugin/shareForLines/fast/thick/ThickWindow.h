@@ -157,50 +157,70 @@ class ThickWindow {
         return {std::max(o.low, all.low), std::min(o.high, all.high)};
     }
 
-    // All lanes are open, and stay so as long as the dab's middle is nearer to each of them than
-    // the radius less kDeep: its hollow rows reach that far, and leave as much at both ends.
-    void skipOpen(const Places& e, unsigned wanted, bool forward, Offsets& o) const {
-        constexpr double kDeep = kHollowRim + 2.7;
-        const auto radiusAt = [&](std::int32_t k) {
-            return dabs.exactRadius[ThickDabs::at(std::clamp(k, dabs.begin(), dabs.end() - 1))];
+    // Of these offsets, those in a row whose hollow entries leave these lanes open for sure; none
+    // when low > high. A lane is open while its third neighbours on both sides of the row are
+    // interior, on a straight line for as long as it lies in both of two discs three pixels apart,
+    // and while its row is not filled whole. The lanes lie off the canvas' sides as far.
+    Offsets openOf(const Places& e, unsigned wanted, const Offsets& o) const {
+        const auto entryAt = [&](std::int32_t k) {
+            return ThickDabs::at(std::clamp(k, dabs.begin(), dabs.end() - 1));
         };
         // Of the radii from one entry to another the smallest is that of an end of them.
-        const double r = std::min(radiusAt(o.low), radiusAt(o.high + kCount - 1)) - kDeep;
-        if (r <= 0.0) return;
+        const double least = std::min(dabs.exactRadius[entryAt(o.low)],
+                                      dabs.exactRadius[entryAt(o.high + kCount - 1)]);
+        const double r = least - kInterior;
+        // Rows from the middle one, which is the dab's own rounded down.
+        const double rows = std::floor(least) - kWholeDepth - 1.0;
+        if (r <= 0.0 || rows <= 0.0) return {0, -1};
+        const auto rim = static_cast<float>(kHollowRim);
+        const float rimAlong = rim * (dabs.isSteep() ? alongMinor : alongMajor);
+        const float rimAcross = rim * (dabs.isSteep() ? alongMajor : -alongMinor);
         const Floats m = toFloats(e.place) - lanes::all(startMajor);
         const Floats n = toFloats(e.minor) - lanes::all(startMinor);
         const Floats along = m * lanes::all(alongMajor) + n * lanes::all(alongMinor);
         const Floats across = n * lanes::all(alongMajor) - m * lanes::all(alongMinor);
-        const Floats half2 = lanes::all(static_cast<float>(r * r)) - across * across;
-        if ((bits(half2 > lanes::all(0.0f)) & wanted) != wanted) return;
-        const Floats half = root(most(half2, lanes::all(0.0f)));
-        const Ints from =
-            ceilOf((along - half) * lanes::all(alongMajor) + lanes::all(startMajor + 0.1f));
-        const Ints to =
-            floorOf((along + half) * lanes::all(alongMajor) + lanes::all(startMajor - 0.1f));
-        Offsets deep{o.low, o.high};
+        const auto halfOf = [&](Floats off) {
+            return lanes::all(static_cast<float>(r * r)) - off * off;
+        };
+        const Floats right2 = halfOf(across + lanes::all(rimAcross));
+        const Floats left2 = halfOf(across - lanes::all(rimAcross));
+        const Floats zero = lanes::all(0.0f);
+        if ((bits((right2 > zero) & (left2 > zero)) & wanted) != wanted) return {0, -1};
+        const Floats right = root(most(right2, zero)), left = root(most(left2, zero));
+        const Floats toRight = along + lanes::all(rimAlong), toLeft = along - lanes::all(rimAlong);
+        // The row leaves the filled ones, and comes to them again.
+        const float down = std::max(std::fabs(dabs.isSteep() ? alongMajor : alongMinor), 1e-6f);
+        const Floats level =
+            (dabs.isSteep() ? m : n * lanes::all(alongMinor < 0.0f ? -1.0f : 1.0f)) /
+            lanes::all(down);
+        const Floats deep = lanes::all(static_cast<float>(rows) / down);
+        const Floats first = most(most(toRight - right, toLeft - left), level - deep);
+        const Floats last =
+            lanes::least(lanes::least(toRight + right, toLeft + left), level + deep);
+        const Ints from = ceilOf(first * lanes::all(alongMajor) + lanes::all(startMajor + 0.1f));
+        const Ints to = floorOf(last * lanes::all(alongMajor) + lanes::all(startMajor - 0.1f));
+        Offsets open = o;
         for (unsigned rest = wanted; rest != 0; rest &= rest - 1) {
             const int i = std::countr_zero(rest);
-            deep.low = std::max(deep.low, dabs.entryFrom(from[i]) - i);
-            deep.high = std::min(deep.high, dabs.entryFrom(to[i]) - 1 - i);
+            open.low = std::max(open.low, dabs.entryFrom(from[i]) - i);
+            open.high = std::min(open.high, dabs.entryFrom(to[i]) - 1 - i);
         }
         // Solid dabs come last.
-        const auto isHollow = [&](std::int32_t k) {
-            return dabs.hollowRows[ThickDabs::at(std::clamp(k, dabs.begin(), dabs.end() - 1))] >= 0;
-        };
-        if (forward) {
-            while (deep.low <= deep.high && !isHollow(deep.high + kCount - 1)) --deep.high;
+        const auto isHollow = [&](std::int32_t k) { return dabs.hollowRows[entryAt(k)] >= 0; };
+        if (dabs.isForward()) {
+            while (open.low <= open.high && !isHollow(open.high + kCount - 1)) --open.high;
         } else {
-            while (deep.low <= deep.high && !isHollow(deep.low)) ++deep.low;
+            while (open.low <= open.high && !isHollow(open.low)) ++open.low;
         }
-        if (deep.low > deep.high || !isHollow(deep.low) || !isHollow(deep.high + kCount - 1))
-            return;
-        if (forward && deep.low <= o.low) o.low = deep.high + 1;
-        if (!forward && deep.high >= o.high) o.high = deep.low - 1;
+        const bool allHollow =
+            open.low <= open.high && isHollow(open.low) && isHollow(open.high + kCount - 1);
+        return allHollow ? open : Offsets{0, -1};
     }
 
   private:
     static constexpr double kBend = 0.1;  // of 1 - g^2, for what is not concave
+    static constexpr double kInterior =
+        1.0 + 0.01 + 2.0 * ThickDabs::kQuantum;  // within the circle
 
     const ThickDabs& dabs;
     const bool straight;
