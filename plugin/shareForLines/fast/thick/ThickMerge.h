@@ -57,12 +57,19 @@ class ThickMerge {
 
     bool isVaried() const { return varied; }
 
+    // Of the entries of these offsets.
+    Channel highestAlpha(const Offsets& o) const {
+        if (!varied) return pen.alpha;
+        const std::int32_t k = highAtEnd ? std::min(o.high + kCount - 1, dabs.end() - 1)
+                                         : std::max(o.low, dabs.begin());
+        return alphaOf(dabs.alpha[ThickDabs::at(k)]);
+    }
+
     // Gives these lanes, empty or of the pen's colour, their largest alpha. kHollow: hollow dabs
     // leave their middle open.
     template <bool kHollow>
     void raise(const Eight& e, unsigned which) {
-        const Ints best =
-            mostAlpha<kHollow>(e, lanesOf(which), window.touchingOf(e, which), highAtEnd);
+        const Ints best = mostAlpha<kHollow>(e, lanesOf(which), touchingOf(e, which), highAtEnd);
         forAlphas(which, best, [&](int i, Channel a) { raiseTo<Depth>(*e.at[i], pen, a); });
     }
 
@@ -71,8 +78,7 @@ class ThickMerge {
     template <bool kHollow>
     void replay(const Eight& e, unsigned which, const Ints* known = nullptr) {
         const Ints wanted = lanesOf(which);
-        Offsets o = window.touchingOf(e, which);
-        plot.keepTouching(e, wanted, o.low, o.high);
+        Offsets o = touchingOf(e, which);
         alignas(32) Pixel old[kCount] = {};
         for (unsigned rest = which; rest != 0; rest &= rest - 1) {
             const int i = std::countr_zero(rest);
@@ -200,12 +206,10 @@ class ThickMerge {
         return false;
     }
 
-    // Of the entries of these offsets.
-    Channel highestAlpha(const Offsets& o) const {
-        if (!varied) return pen.alpha;
-        const std::int32_t k = highAtEnd ? std::min(o.high + kCount - 1, dabs.end() - 1)
-                                         : std::max(o.low, dabs.begin());
-        return alphaOf(dabs.alpha[ThickDabs::at(k)]);
+    Offsets touchingOf(const Eight& e, unsigned which) const {
+        Offsets o = window.touchingOf(e, which);
+        plot.keepTouching(e, lanesOf(which), o.low, o.high);
+        return o;
     }
 
     // The merges of eight entries, each as often as it has dabs there, and pixels two arcs plot.

@@ -67,6 +67,7 @@ class ThickRim {
             }
             if (window.moveTo(place)) {
                 const std::int32_t n = std::min(places.to - place + 1, kCount);
+                highest = merges.highestAlpha(window.offsets());
                 if (open != nullptr) keepOpen(place, n, *open, kept);
                 paintPlaces(place, n, near, far);
             }
@@ -169,7 +170,7 @@ class ThickRim {
             }
             Pixel* p = canvas.row<Depth>(y) + x;
             const bool same = p->red == pen.red && p->green == pen.green && p->blue == pen.blue;
-            if (same && p->alpha >= pen.alpha) {
+            if (same && p->alpha >= highest) {
                 e.active &= ~(1u << i);
                 continue;
             }
@@ -308,6 +309,7 @@ class ThickRim {
     ThickPlot plot;
     ThickWindow window;
     ThickMerge<Depth> merges;
+    typename Depth::Channel highest{};  // alpha of the entries that may touch the places at hand
 };
 
 }  // namespace streakfall::thick
