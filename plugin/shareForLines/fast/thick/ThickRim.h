@@ -275,12 +275,14 @@ class ThickRim {
             dabs.haveOneRadius(std::max(near.low, dabs.begin()),
                                std::min(near.high + kCount - 1, dabs.end() - 1))) {
             Ints nearest = lanes::all(kLimitless), inside = lanes::all(0);
-            const bool complete = window.scan(found, near, [&](std::int32_t offset) {
-                const Plot p = plot.plotOf(e, offset);
-                nearest = lanes::least(nearest, where(p.plotted, p.over, lanes::all(kLimitless)));
-                inside |= p.inside & ~p.plotted;
-                return p.over;
-            });
+            const bool complete = window.scan(
+                found, near, [&](std::int32_t offset) __attribute__((always_inline)) {
+                    const Plot p = plot.plotOf(e, offset);
+                    nearest =
+                        lanes::least(nearest, where(p.plotted, p.over, lanes::all(kLimitless)));
+                    inside |= p.inside & ~p.plotted;
+                    return p.over;
+                });
             if (complete) {
                 guess = found;
                 const Ints edge = plot.edgeOf(

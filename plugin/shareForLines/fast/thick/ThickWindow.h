@@ -86,11 +86,12 @@ class ThickWindow {
     // matter any more, and moves the guess; `look(offset)` gives the lanes' squared distance less
     // the limit. False when others than these may matter.
     template <class Look>
-    bool scan(std::int32_t& guess, const Offsets& bounds, Look look) const {
+    __attribute__((always_inline)) bool scan(std::int32_t& guess, const Offsets& bounds,
+                                             Look look) const {
         const std::int32_t middle = std::clamp(guess, bounds.low, bounds.high);
         std::int32_t low = middle, high = middle;
         Ints least = look(middle);
-        const auto matters = [&](std::int32_t offset) {
+        const auto matters = [&](std::int32_t offset) __attribute__((always_inline)) {
             const Ints over = look(offset);
             least = lanes::least(least, over);
             return slack == kLimitless || any(over <= least + slack);
