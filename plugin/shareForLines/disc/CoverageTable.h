@@ -54,6 +54,9 @@ inline std::int32_t coverageColumn(double d) {
     return c < kCoverageColumns ? static_cast<std::int32_t>(c) : kCoverageColumns - 1;
 }
 
+// From this signed distance on the coverage is that of the last column, 0 in every row.
+inline constexpr double kNoCoverage = (kCoverageColumns - 1.5) / 16.0 - 1.0;
+
 // Coverage 0 to 255 at signed distance d.
 inline std::int32_t coverageAt(const CoverageBlend& weights, double d) {
     return coverageInColumn(weights, coverageColumn(d));

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "shareForLines/disc/CoverageTable.h"
 #include "shareForLines/simd/Begin.h"
 #include "shareForLines/simd/Lanes.h"
 
@@ -11,8 +12,10 @@ namespace {
 
 using namespace lanes;
 
-constexpr double kEdge = 1.0 + 0.01;  // pixels between a circle and what it surely has, or leaves
-constexpr double kBow = 0.2;          // of a path that is not straight, between samples
+// Pixels from a circle to what a dab has interior for sure, and to what it leaves. (Outside, the
+// signed distance is more than the distance.)
+constexpr double kInner = 1.0 + 0.01, kOuter = kNoCoverage + 0.01;
+constexpr double kBow = 0.2;  // of a path that is not straight, between samples
 constexpr float kFar = 1e6f;
 
 }  // namespace
@@ -28,8 +31,8 @@ void ThickBounds::sample(const ThickDabs& dabs, std::int32_t stride, double bow)
              ++n) {
             widest = std::max(widest, dabs.radius[ThickDabs::at(n)]);
         }
-        const double inner = dabs.exactRadius[e] - kEdge;
-        const double outer = static_cast<double>(widest) + kEdge + ThickDabs::kQuantum + bow;
+        const double inner = dabs.exactRadius[e] - kInner;
+        const double outer = static_cast<double>(widest) + kOuter + ThickDabs::kQuantum + bow;
         major[i] = dabs.major[e];
         minor[i] = dabs.minor[e];
         core2[i] = static_cast<float>(inner * inner);

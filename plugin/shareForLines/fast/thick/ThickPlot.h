@@ -55,7 +55,7 @@ class ThickPlot {
     ThickPlot(ThickDabs& run, std::int32_t width)
         : dabs(run),
           canvasWidth(width),
-          reachOver(static_cast<std::int32_t>(256.0 * (2.2 * run.largest + 2.0))),
+          reachOver(static_cast<std::int32_t>(256.0 * 2.0 * kNoCoverage * run.largest) + 1),
           insideOver(-static_cast<std::int32_t>(
               256.0 * (2.0 * run.largest + centreNoise(run.largest) + bowNoise(run.largest)))),
           equalOver(static_cast<std::int32_t>(256.0 * (0.6 * run.largest + 5.0))) {}

@@ -11,8 +11,8 @@
 namespace streakfall {
 namespace {
 
-constexpr double kMostTurn = 0.85;      // least cosine of the turn from step to step of a wave
-constexpr double kSameSpot = 1e-6;      // pixels
+constexpr double kMostTurn = 0.85;  // least cosine of the turn from step to step of a wave
+constexpr double kSameSpot = 1e-6;  // pixels
 
 }  // namespace
 
