@@ -32,9 +32,10 @@ struct ArcEnds {
     // Of a pair of arcs, dab coordinates.
     Range flatBottom, flatTop;    // columns
     Range steepLeft, steepRight;  // rows
-    // One dab in two dozen at radius 5, in thousands at 6 and none from 6.1 on has a pixel where two
-    // arcs meet that the walk plots although the circle passes within it and its pair. All else is
-    // as told above, but that the pixel behind the pair is plotted by one of the arcs, not by both.
+    // One dab in two dozen at radius 5, in thousands at 6 and none from 6.1 on has a pixel where
+    // two arcs meet that the walk plots although the circle passes within it and its pair. All else
+    // is as told above, but that the pixel behind the pair is plotted by one of the arcs, not by
+    // both.
     bool isOdd;
     DabPixel extra;  // of an odd dab: outside, and plotted
     DabPixel once;   // inside, and plotted once

@@ -140,6 +140,56 @@ struct EightPixels<Depth8> {
     const __m256i color;
 };
 
+// Words of 16 bits in pairs.
+inline __m256i lowWords(__m256i pairs) {
+    return _mm256_and_si256(pairs, _mm256_set1_epi32(0xFFFF));
+}
+inline __m256i highWords(__m256i pairs) { return _mm256_srli_epi32(pairs, 16); }
+inline __m256i wordPairs(__m256i low, __m256i high) {
+    return _mm256_or_si256(low, _mm256_slli_epi32(high, 16));
+}
+
+// The mixture of a merge of alphas a, 0 to 32767, over stored alphas o in 16 bits: a channel that
+// lies d above the pen's comes to d b / (a + b), rounded down, above it. Where nothing is painted
+// it stays, as b is taken for 1 there. What white would give has no meaning.
+//
+// The trial q is that quotient or one short of it: in single precision it is off by less than
+// 0.007, and takes 1/64 off before it is rounded down. The rest then tells,
+//
+//   q (a + b) - d b = (q - d) b + q a,
+//
+// whose factors have 16 bits with their sign: q is never farther from 0 than d, nor on its other
+// side, but for the step it may be short.
+class Mixture16 {
+  public:
+    Mixture16(__m256i a, __m256i o) {
+        // (32768 - a) o / 32768; 65536, where a is 0, has an empty lower word.
+        const __m256i left = _mm256_sub_epi32(_mm256_set1_epi32(65536), _mm256_add_epi32(a, a));
+        const __m256i unpainted = _mm256_cmpeq_epi32(a, _mm256_setzero_si256());
+        const __m256i b = _mm256_sub_epi32(_mm256_mulhi_epu16(left, o), unpainted);
+        const __m256i sum = _mm256_add_epi32(a, b);
+        weights = wordPairs(b, a);
+        oneLessSum = _mm256_sub_epi32(_mm256_set1_epi32(1), sum);
+        part = _mm256_div_ps(_mm256_cvtepi32_ps(b), _mm256_cvtepi32_ps(sum));
+    }
+
+    // d: -32768 to 32768.
+    __m256i of(__m256i d) const {
+        const __m256 trial = _mm256_mul_ps(_mm256_cvtepi32_ps(d), part);
+        const __m256i q =
+            _mm256_cvtps_epi32(_mm256_sub_ps(trial, _mm256_set1_ps(0.5f + 1.0f / 64.0f)));
+        const __m256i factors =
+            _mm256_blend_epi16(_mm256_sub_epi32(q, d), _mm256_slli_epi32(q, 16), 0xAA);
+        const __m256i isShort = _mm256_cmpgt_epi32(oneLessSum, _mm256_madd_epi16(factors, weights));
+        return _mm256_sub_epi32(q, isShort);
+    }
+
+  private:
+    __m256i weights;     // b and a
+    __m256i oneLessSum;  // 1 - (a + b)
+    __m256 part;         // b / (a + b)
+};
+
 // Two words a pixel, the first channel of each in the lower half; all channels 0 to 32768.
 struct Pixels16 {
     __m256i alphaRed, greenBlue;  // pixels 0, 1, 4, 5, 2, 3, 6, 7
@@ -201,70 +251,58 @@ struct EightPixels<Depth16> {
             _mm256_or_si256(_mm256_subs_epu16(redBelow, one), _mm256_subs_epu16(restBelow, one)));
         const __m256i near = _mm256_cmpeq_epi32(far, zero);
         const __m256i left =
-            _mm256_mullo_epi32(lower(p.alphaRed), _mm256_set1_epi32(Depth16::kWhite - most));
+            _mm256_mullo_epi32(lowWords(p.alphaRed), _mm256_set1_epi32(Depth16::kWhite - most));
         return ordered(_mm256_or_si256(
             _mm256_cmpeq_epi32(off, zero),
             _mm256_and_si256(near, _mm256_cmpgt_epi32(left, _mm256_set1_epi32(32767)))));
     }
 
     Pixels rested(const Pixels& p) const {
-        return {_mm256_or_si256(stepBelow(red, p.alphaRed), lower(p.alphaRed)),
+        return {_mm256_or_si256(stepBelow(red, p.alphaRed), lowWords(p.alphaRed)),
                 stepBelow(greenBlue, p.greenBlue)};
     }
 
-    __attribute__((always_inline)) bool merge(Pixels& p, Alphas a) const {
-        const __m256i oldAlpha = lower(p.alphaRed);
+    // Leaves the lanes that mix colours as they are; all ones there.
+    __attribute__((always_inline)) __m256i mergeSimply(Pixels& p, Alphas a) const {
+        const __m256i oldAlpha = lowWords(p.alphaRed);
         const __m256i same =
             _mm256_and_si256(_mm256_cmpeq_epi32(_mm256_sub_epi32(p.alphaRed, oldAlpha), red),
                              _mm256_cmpeq_epi32(p.greenBlue, greenBlue));
         const Branches branches = branchesOf(oldAlpha, a, same, Depth16::kWhite);
-        const Pixels old = p;
-        p.alphaRed = _mm256_blendv_epi8(old.alphaRed, _mm256_or_si256(red, a), branches.takes);
-        p.greenBlue = _mm256_blendv_epi8(old.greenBlue, greenBlue, branches.takes);
-        const bool mixed = anyLane(branches.mixes);
+        p.alphaRed = _mm256_blendv_epi8(p.alphaRed, _mm256_or_si256(red, a), branches.takes);
+        p.greenBlue = _mm256_blendv_epi8(p.greenBlue, greenBlue, branches.takes);
+        return branches.mixes;
+    }
+
+    __attribute__((always_inline)) bool merge(Pixels& p, Alphas a) const {
+        const __m256i mixes = mergeSimply(p, a);
+        const bool mixed = anyLane(mixes);
         if (mixed) {
-            const Pixels mixes = mix(old, oldAlpha, a, pen);
-            p.alphaRed = _mm256_blendv_epi8(p.alphaRed, mixes.alphaRed, branches.mixes);
-            p.greenBlue = _mm256_blendv_epi8(p.greenBlue, mixes.greenBlue, branches.mixes);
+            const Pixels mixture = mix(p, a, pen);
+            p.alphaRed = _mm256_blendv_epi8(p.alphaRed, mixture.alphaRed, mixes);
+            p.greenBlue = _mm256_blendv_epi8(p.greenBlue, mixture.greenBlue, mixes);
         }
         return mixed;
     }
 
   private:
-    static __m256i lower(__m256i words) {
-        return _mm256_and_si256(words, _mm256_set1_epi32(0xFFFF));
-    }
     // The colour where it is reached or passed, else a step less.
     static __m256i stepBelow(__m256i color, __m256i now) {
         const __m256i below = _mm256_subs_epu16(color, now);
         return _mm256_sub_epi16(color, _mm256_min_epu16(below, _mm256_set1_epi16(1)));
     }
-    static __m256i upper(__m256i words) { return _mm256_srli_epi32(words, 16); }
-    static __m256i pair(__m256i low, __m256i high) {
-        return _mm256_or_si256(low, _mm256_slli_epi32(high, 16));
-    }
 
-    // The trial quotient takes the reciprocal too low by 2^-21 of it, more than three roundings can
-    // make up for; so it lies below the quotient, by less than 2^-20 of it. That is less than 1,
-    // and truncated it is the quotient of integers or one short of it, which the rest tells.
-    __attribute__((noinline)) static Pixels mix(const Pixels& old, __m256i oldAlpha, __m256i a,
+    __attribute__((noinline)) static Pixels mix(const Pixels& old, __m256i a,
                                                 const PF_Pixel16& pen) {
-        const __m256i b = _mm256_srli_epi32(
-            _mm256_mullo_epi32(_mm256_sub_epi32(_mm256_set1_epi32(Depth16::kWhite), a), oldAlpha),
-            15);
-        const __m256i sum = _mm256_add_epi32(a, b);
-        const __m256 low = _mm256_div_ps(_mm256_set1_ps(1.0f - 0x1p-21f), _mm256_cvtepi32_ps(sum));
-        const __m256i largestRest = _mm256_sub_epi32(sum, _mm256_set1_epi32(1));
+        const __m256i oldAlpha = lowWords(old.alphaRed);
+        const Mixture16 mixture(a, oldAlpha);
         const auto channel = [&](__m256i stored, std::uint16_t penChannel) {
-            const __m256i n = _mm256_add_epi32(_mm256_mullo_epi32(a, _mm256_set1_epi32(penChannel)),
-                                               _mm256_mullo_epi32(stored, b));
-            const __m256i q = _mm256_cvttps_epi32(_mm256_mul_ps(_mm256_cvtepi32_ps(n), low));
-            const __m256i rest = _mm256_sub_epi32(n, _mm256_mullo_epi32(q, sum));
-            return _mm256_sub_epi32(q, _mm256_cmpgt_epi32(rest, largestRest));
+            const __m256i own = _mm256_set1_epi32(penChannel);
+            return _mm256_add_epi32(own, mixture.of(_mm256_sub_epi32(stored, own)));
         };
-        return {pair(_mm256_max_epi32(a, oldAlpha), channel(upper(old.alphaRed), pen.red)),
-                pair(channel(lower(old.greenBlue), pen.green),
-                     channel(upper(old.greenBlue), pen.blue))};
+        return {wordPairs(_mm256_max_epi32(a, oldAlpha), channel(highWords(old.alphaRed), pen.red)),
+                wordPairs(channel(lowWords(old.greenBlue), pen.green),
+                          channel(highWords(old.greenBlue), pen.blue))};
     }
 
     const PF_Pixel16& pen;

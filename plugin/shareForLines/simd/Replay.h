@@ -1,14 +1,15 @@
 // Replay<Depth>: the paints of one pen on eight pixels, one after the other.
 //
 // For pixels on which a single merge of the largest coverage does not tell what all the paints
-// leave, because they hold another colour. In 8 bits the mixing branch alone is replayed, with the
-// channels kept apart:
+// leave, because they hold another colour. In 8 and 16 bits the mixing branch alone is replayed,
+// with the channels kept apart:
 //
 // - Pixels that mix no colours (empty, of the pen's colour, or reached by the full alpha) have
 //   what they should from the merge of the largest coverage and take it over at the end.
 // - The other pixels never see the full alpha nor become empty, and mixing is right for them also
 //   once they have come to the pen's colour: (pen x a + pen x b) / (a + b) is the pen.
-// - n / s truncated equals (n + 1/2) x (1 / s) truncated: the exact value lies half of 1 / s, that
+// - In 8 bits n / s truncated equals (n + 1/2) x (1 / s) truncated: the exact value lies half of 1
+// / s, that
 //   is 1/510 or more, off every whole number on either side, and single precision moves a number
 //   up to 255 by less than 1/10000.
 #pragma once
@@ -47,6 +48,51 @@ class Replay {
     const EightPixels<Depth> eight;
     Pixels pixels, byLargest;
     bool mixes;
+};
+
+// Channels as differences from the pen's, in the order of Pixels16.
+template <>
+class Replay<Depth16> {
+  public:
+    using Pixels = Pixels16;
+
+    Replay(const PF_Pixel16& pen, const Pixels& old, __m256i largest)
+        : eight(pen), byLargest(old), alpha(lowWords(old.alphaRed)) {
+        mixes = eight.mergeSimply(byLargest, eight.alphas(largest));
+        ownRed = _mm256_set1_epi32(pen.red);
+        ownGreen = _mm256_set1_epi32(pen.green);
+        ownBlue = _mm256_set1_epi32(pen.blue);
+        red = _mm256_sub_epi32(highWords(old.alphaRed), ownRed);
+        green = _mm256_sub_epi32(lowWords(old.greenBlue), ownGreen);
+        blue = _mm256_sub_epi32(highWords(old.greenBlue), ownBlue);
+    }
+
+    bool isNeeded() const { return anyLane(mixes); }
+
+    void paint(__m256i coverage, std::int32_t times) {
+        const __m256i a = eight.alphas(coverage);
+        do {
+            const Mixture16 mixture(a, alpha);
+            red = mixture.of(red);
+            green = mixture.of(green);
+            blue = mixture.of(blue);
+            alpha = _mm256_max_epi32(alpha, a);
+        } while (--times > 0);
+    }
+
+    Pixels result() const {
+        const __m256i alphaRed = wordPairs(alpha, _mm256_add_epi32(red, ownRed));
+        const __m256i greenBlue =
+            wordPairs(_mm256_add_epi32(green, ownGreen), _mm256_add_epi32(blue, ownBlue));
+        return {_mm256_blendv_epi8(byLargest.alphaRed, alphaRed, mixes),
+                _mm256_blendv_epi8(byLargest.greenBlue, greenBlue, mixes)};
+    }
+
+  private:
+    const EightPixels<Depth16> eight;
+    Pixels byLargest;
+    __m256i alpha, red, green, blue, ownRed, ownGreen, ownBlue;
+    __m256i mixes;  // lanes that mix colours
 };
 
 template <>
