@@ -5,7 +5,6 @@
 
 #include <immintrin.h>
 
-#include <algorithm>
 #include <cstdint>
 
 #include "shareForLines/disc/CoverageTable.h"
@@ -18,24 +17,7 @@ inline constexpr std::int32_t kLanes = 8;
 // Stands for the coverage of a dab's interior, where the pen's alpha is its own.
 inline constexpr std::int32_t kInterior = 256;
 
-alignas(32) inline constexpr std::int32_t kWindow[24] = {0,  0,  0,  0,  0, 0, 0, 0, -1, -1, -1, -1,
-                                                         -1, -1, -1, -1, 0, 0, 0, 0, 0,  0,  0,  0};
-
 inline __m256i load(const void* p) { return _mm256_loadu_si256(static_cast<const __m256i*>(p)); }
-
-// All ones in the first `count` lanes, 0 to 8.
-inline __m256i firstLanes(std::int32_t count) { return load(kWindow + 16 - count); }
-
-// All ones in lanes `from` to `to`; either may lie outside 0 to 7.
-inline __m256i lanesBetween(std::int32_t from, std::int32_t to) {
-    return _mm256_andnot_si256(firstLanes(std::clamp(from, 0, kLanes)),
-                               firstLanes(std::clamp(to + 1, 0, kLanes)));
-}
-
-// The first `count` of eight bits, all from 8 on.
-inline unsigned firstBits(std::int32_t count) {
-    return 0xFFu >> (kLanes - std::min(count, kLanes));
-}
 
 // Sixteen coverages of neighbouring columns, in words, blended like coverageInColumn.
 inline __m256i blendRows(const CoverageBlend& w, std::int32_t column) {
@@ -56,18 +38,6 @@ inline __m256i blendRows(const CoverageBlend& w, std::int32_t column) {
 inline void coverageTable(const CoverageBlend& w, std::uint8_t* table) {
     const __m256i bytes = _mm256_packus_epi16(blendRows(w, 0), blendRows(w, 16));
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(table), _mm256_permute4x64_epi64(bytes, 0xD8));
-}
-
-// Half a table of 32 bytes, in both halves of a vector.
-inline __m256i halfTable(const std::uint8_t* half) {
-    return _mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(half)));
-}
-
-// The paint of eight columns, 0 to 31 each; only the low byte of a lane is of use.
-inline __m256i lookUp(__m256i low, __m256i high, __m256i column) {
-    // Bit 4 of the column, moved to the top of its byte, picks the half.
-    return _mm256_blendv_epi8(_mm256_shuffle_epi8(low, column), _mm256_shuffle_epi8(high, column),
-                              _mm256_slli_epi32(column, 3));
 }
 
 }  // namespace streakfall::avx2

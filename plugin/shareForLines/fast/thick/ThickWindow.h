@@ -10,7 +10,8 @@
 // 0.35) of its foot, and no dab whose f is more than (1 + w)^2 + 0.177 (r + 1) above the least can
 // give more coverage; where the radius varies, so do the table's rows and the distance that a
 // column stands for, which takes some more. Entries are looked at from the last foot found both
-// ways until all are that far above. Along a bent path all are looked at that touch.
+// ways until all are that far above. Along a bent path f may have several feet, and all entries
+// that touch are offered (ThickPlot::equalBound tells which of them matter).
 //
 // Owner: the painter of a run. Needs a processor with AVX2.
 #pragma once
@@ -108,23 +109,20 @@ class ThickWindow {
     // A guess: the last offset, or the first, whose entries have these lanes well inside. Straight
     // runs only.
     std::int32_t insideGuess(const Places& e, unsigned wanted, bool atEnd) const {
-        const auto radiusAt = [&](std::int32_t k) {
-            return dabs.radius[ThickDabs::at(std::clamp(k, dabs.begin(), dabs.end() - 1))];
-        };
         const auto edgeOf = [&](int lane) {
             const float m = static_cast<float>(e.place[lane]) - startMajor;
             const float n = static_cast<float>(e.minor[lane]) - startMinor;
             const float along = m * alongMajor + n * alongMinor;
             const float across = n * alongMajor - m * alongMinor;
-            const auto entryAt = [&](float way) {
+            const auto entryFrom = [&](float way) {
                 return dabs.entryFrom(
                     static_cast<std::int32_t>(std::floor(way * alongMajor + startMajor)));
             };
-            std::int32_t entry = entryAt(along);
+            std::int32_t entry = entryFrom(along);
             for (int i = 0; i < 2; ++i) {  // the radius is that of the edge, in the end
-                const float r = radiusAt(entry) - 1.5f;
+                const float r = dabs.radius[entryAt(entry)] - 1.5f;
                 const float half = std::sqrt(std::max(r * r - across * across, 0.0f));
-                entry = entryAt(atEnd ? along + half : along - half) + (atEnd ? -1 : 1);
+                entry = entryFrom(atEnd ? along + half : along - half) + (atEnd ? -1 : 1);
             }
             return entry - lane;
         };
@@ -138,10 +136,7 @@ class ThickWindow {
     // (r + 1)^2 - h^2 of the pixel's foot, h being how far the pixel is off the line.
     Offsets touchingOf(const Places& e, unsigned wanted) const {
         if (!straight) return all;
-        const Floats m = toFloats(e.place) - lanes::all(startMajor);
-        const Floats n = toFloats(e.minor) - lanes::all(startMinor);
-        const Floats along = m * lanes::all(alongMajor) + n * lanes::all(alongMinor);
-        const Floats across = n * lanes::all(alongMajor) - m * lanes::all(alongMinor);
+        const auto [along, across] = feetOf(e);
         const Floats half2 = lanes::all(touch2) - across * across;
         const Floats half = root(most(half2, lanes::all(0.0f)));
         const Ints from =
@@ -163,41 +158,11 @@ class ThickWindow {
     // interior, on a straight line for as long as it lies in both of two discs three pixels apart,
     // and while its row is not filled whole. The lanes lie off the canvas' sides as far.
     Offsets openOf(const Places& e, unsigned wanted, const Offsets& o) const {
-        const auto entryAt = [&](std::int32_t k) {
-            return ThickDabs::at(std::clamp(k, dabs.begin(), dabs.end() - 1));
-        };
         // Of the radii from one entry to another the smallest is that of an end of them.
         const double least = std::min(dabs.exactRadius[entryAt(o.low)],
                                       dabs.exactRadius[entryAt(o.high + kCount - 1)]);
-        const double r = least - kInterior;
-        // Rows from the middle one, which is the dab's own rounded down.
-        const double rows = std::floor(least) - kWholeDepth - 1.0;
-        if (r <= 0.0 || rows <= 0.0) return {0, -1};
-        const auto rim = static_cast<float>(kHollowRim);
-        const float rimAlong = rim * (dabs.isSteep() ? alongMinor : alongMajor);
-        const float rimAcross = rim * (dabs.isSteep() ? alongMajor : -alongMinor);
-        const Floats m = toFloats(e.place) - lanes::all(startMajor);
-        const Floats n = toFloats(e.minor) - lanes::all(startMinor);
-        const Floats along = m * lanes::all(alongMajor) + n * lanes::all(alongMinor);
-        const Floats across = n * lanes::all(alongMajor) - m * lanes::all(alongMinor);
-        const auto halfOf = [&](Floats off) {
-            return lanes::all(static_cast<float>(r * r)) - off * off;
-        };
-        const Floats right2 = halfOf(across + lanes::all(rimAcross));
-        const Floats left2 = halfOf(across - lanes::all(rimAcross));
-        const Floats zero = lanes::all(0.0f);
-        if ((bits((right2 > zero) & (left2 > zero)) & wanted) != wanted) return {0, -1};
-        const Floats right = root(most(right2, zero)), left = root(most(left2, zero));
-        const Floats toRight = along + lanes::all(rimAlong), toLeft = along - lanes::all(rimAlong);
-        // The row leaves the filled ones, and comes to them again.
-        const float down = std::max(std::fabs(dabs.isSteep() ? alongMajor : alongMinor), 1e-6f);
-        const Floats level =
-            (dabs.isSteep() ? m : n * lanes::all(alongMinor < 0.0f ? -1.0f : 1.0f)) /
-            lanes::all(down);
-        const Floats deep = lanes::all(static_cast<float>(rows) / down);
-        const Floats first = most(most(toRight - right, toLeft - left), level - deep);
-        const Floats last =
-            lanes::least(lanes::least(toRight + right, toLeft + left), level + deep);
+        const auto [first, last] = openStretch(e, least);
+        if ((bits(first <= last) & wanted) != wanted) return {0, -1};
         const Ints from = ceilOf(first * lanes::all(alongMajor) + lanes::all(startMajor + 0.1f));
         const Ints to = floorOf(last * lanes::all(alongMajor) + lanes::all(startMajor - 0.1f));
         Offsets open = o;
@@ -206,23 +171,69 @@ class ThickWindow {
             open.low = std::max(open.low, dabs.entryFrom(from[i]) - i);
             open.high = std::min(open.high, dabs.entryFrom(to[i]) - 1 - i);
         }
-        // Solid dabs come last.
-        const auto isHollow = [&](std::int32_t k) { return dabs.hollowRows[entryAt(k)] >= 0; };
-        if (dabs.isForward()) {
-            while (open.low <= open.high && !isHollow(open.high + kCount - 1)) --open.high;
-        } else {
-            while (open.low <= open.high && !isHollow(open.low)) ++open.low;
-        }
-        const bool allHollow =
-            open.low <= open.high && isHollow(open.low) && isHollow(open.high + kCount - 1);
-        return allHollow ? open : Offsets{0, -1};
+        return hollowOnes(open);
     }
 
   private:
     static constexpr double kBend = 0.1;  // of 1 - g^2, for what is not concave
-    static constexpr double kInterior =
-        1.0 + 0.01 + 2.0 * ThickDabs::kQuantum;  // within the circle
+    // Pixels within the circle from where on all is interior, of a quantised dab and seen from one.
+    static constexpr double kInterior = 1.0 + 0.01 + 2.0 * ThickDabs::kQuantum;
 
+    std::size_t entryAt(std::int32_t k) const {
+        return ThickDabs::at(std::clamp(k, dabs.begin(), dabs.end() - 1));
+    }
+
+    // Of pixels: where on the line their feet are, and how far they are off it.
+    struct Feet {
+        Floats along, across;
+    };
+    Feet feetOf(const Places& e) const {
+        const Floats m = toFloats(e.place) - lanes::all(startMajor);
+        const Floats n = toFloats(e.minor) - lanes::all(startMinor);
+        return {m * lanes::all(alongMajor) + n * lanes::all(alongMinor),
+                n * lanes::all(alongMajor) - m * lanes::all(alongMinor)};
+    }
+
+    // Where on the line hollow dabs of this radius or more leave the pixels open.
+    struct Stretch {
+        Floats first, last;  // none where first > last
+    };
+    Stretch openStretch(const Places& e, double radius) const {
+        const auto inner = static_cast<float>(std::max(radius - kInterior, 0.0));
+        const auto [along, across] = feetOf(e);
+        const auto rim = static_cast<float>(kHollowRim);
+        const float rimAlong = rim * (dabs.isSteep() ? alongMinor : alongMajor);
+        const float rimAcross = rim * (dabs.isSteep() ? alongMajor : -alongMinor);
+        const auto halfChord = [&](Floats off) {  // none beyond the circle
+            const Floats half2 = lanes::all(inner * inner) - off * off;
+            return where(half2 > 0.0f, root(most(half2, lanes::all(0.0f))), lanes::all(-1e6f));
+        };
+        const Floats right = halfChord(across + lanes::all(rimAcross));
+        const Floats left = halfChord(across - lanes::all(rimAcross));
+        const Floats toRight = along + lanes::all(rimAlong), toLeft = along - lanes::all(rimAlong);
+        // Up to so many rows from the dab's middle, which is rounded down, none is filled whole.
+        const auto rows = static_cast<float>(std::floor(radius) - kWholeDepth - 1.0);
+        const float slope = dabs.isSteep() ? alongMajor : alongMinor;
+        const float rowsPerPixel = std::max(std::fabs(slope), 1e-6f);
+        const Floats row = toFloats(dabs.isSteep() ? e.place : e.minor) -
+                           lanes::all(dabs.isSteep() ? startMajor : startMinor);
+        const Floats level = row * lanes::all((slope < 0.0f ? -1.0f : 1.0f) / rowsPerPixel);
+        const Floats deep = lanes::all(rows / rowsPerPixel);
+        return {most(most(toRight - right, toLeft - left), level - deep),
+                least(least(toRight + right, toLeft + left), level + deep)};
+    }
+
+    // Of these offsets those whose entries are hollow; solid dabs come last.
+    Offsets hollowOnes(Offsets o) const {
+        const auto isHollow = [&](std::int32_t k) { return dabs.hollowRows[entryAt(k)] >= 0; };
+        if (dabs.isForward()) {
+            while (o.low <= o.high && !isHollow(o.high + kCount - 1)) --o.high;
+        } else {
+            while (o.low <= o.high && !isHollow(o.low)) ++o.low;
+        }
+        const bool allHollow = o.low <= o.high && isHollow(o.low) && isHollow(o.high + kCount - 1);
+        return allHollow ? o : Offsets{0, -1};
+    }
     const ThickDabs& dabs;
     const bool straight;
     std::int32_t slack = kLimitless;  // over the least, from which on an entry does not matter
