@@ -16,7 +16,7 @@ LineWalk::LineWalk(StrokeForm& form, const LineRecord& record)
       line(record),
       steady(!form.waveEnabled && form.startOpacity == 1.0 && form.endOpacity == 1.0 &&
              form.opacityCenter >= 0.0 && form.opacityCenter < 1.0),
-      straight(steady) {
+      straight(!form.waveEnabled) {
     const double dx = line.x1 - line.x0, dy = line.y1 - line.y0;
     double length = std::sqrt(dx * dx + dy * dy);
     if (!(length > 0.0)) length = 1.0;
@@ -106,7 +106,7 @@ inline bool LineWalk::step(Dab& dab) {
     dab.radius = radiusAt(t);
     dab.factor = 1.0;
     const bool paints = dab.radius > 0.0;
-    if (!straight && paints) {
+    if (!steady && paints) {
         dab.factor = opacityAt();
         if (stroke.waveEnabled) {
             const double w = waveOffset(stroke.wave);
@@ -194,7 +194,9 @@ std::size_t LineWalk::straightDabs() {
         const double ex = dab.x - previous.x, ey = dab.y - previous.y;
         const double distance = std::sqrt(ex * ex + ey * ey);
         dabs[n] = {previous.x + ex / distance, previous.y + ey / distance,
-                   previous.radius + (dab.radius - previous.radius) / distance, 1.0, dab.hollow};
+                   previous.radius + (dab.radius - previous.radius) / distance,
+                   steady ? 1.0 : previous.factor + (dab.factor - previous.factor) / distance,
+                   dab.hollow};
         n += distance > 1.0 && distance <= kMaxBridge;
         previous = dabs[n++] = dab;
     }

@@ -106,7 +106,7 @@ class LineWalk {
     bool done = false;
     bool first = true;
     const bool steady;
-    bool straight;   // steady, and all steps so far but the first ones painted
+    bool straight;   // no wave, and all steps so far but the first ones painted
     Dab previous{};  // last painted step, moved along by the bridge
     Dab current{};   // the step being bridged to
     double bridgeX = 0, bridgeY = 0, bridgeR = 0, bridgeF = 0;  // advance of an in-between dab
