@@ -102,6 +102,11 @@ void FramePainter<Depth>::paintFrom(LineWalk& walk, const Dab& first, const Stro
             thin.add(pen, dabs);
             continue;
         }
+        if (areThick(walk, dabs)) {
+            thin.flush(pen);
+            for (const Dab& dab : dabs) paintThick(dab);
+            continue;
+        }
         for (const Dab& dab : dabs) {
             if (!paint(dab)) return;
         }
@@ -109,16 +114,32 @@ void FramePainter<Depth>::paintFrom(LineWalk& walk, const Dab& first, const Stro
     flushAll();
 }
 
-// True when all of them are thin for sure, touch the canvas and have the line's own alpha.
+// True when all of them touch the canvas and have the line's own alpha for sure.
 template <class Depth>
-bool FramePainter<Depth>::areThin(const LineWalk& walk, std::span<const Dab> dabs) const {
+bool FramePainter<Depth>::areAlike(const LineWalk& walk, std::span<const Dab> dabs) const {
     const auto isOn = [&](const Dab& dab) {
         return dab.x >= 0.0 && dab.y >= 0.0 && dab.x <= canvas.width - 1 &&
                dab.y <= canvas.height - 1;
     };
     // Between two centres on the canvas there are no others.
-    return wide && walk.isSteady() && walk.fullRadius() < kLargeRadius && isOn(dabs.front()) &&
-           isOn(dabs.back());
+    return wide && walk.isSteady() && isOn(dabs.front()) && isOn(dabs.back());
+}
+
+// Way::kThin for all of them, without asking for each.
+template <class Depth>
+bool FramePainter<Depth>::areThin(const LineWalk& walk, std::span<const Dab> dabs) const {
+    return walk.fullRadius() < kLargeRadius && areAlike(walk, dabs);
+}
+
+// Likewise Way::kThick. Radii rise up to some place and fall from there, so that none between two
+// is below both; and a dab that covers the canvas is wider than half of it.
+template <class Depth>
+bool FramePainter<Depth>::areThick(const LineWalk& walk, std::span<const Dab> dabs) const {
+    Dab widest = dabs.front();
+    widest.radius = walk.fullRadius();
+    return 2.0 * widest.radius < std::max(canvas.width, canvas.height) &&
+           std::min(dabs.front().radius, dabs.back().radius) >= kLargeRadius &&
+           areAlike(walk, dabs) && isThick(widest);
 }
 
 // False when no later dab changes a pixel.

@@ -49,6 +49,8 @@ class FramePainter {
 
     void paintFrom(LineWalk& walk, const Dab& first, const Stroke<Depth>& stroke);
     bool paint(const Dab& dab);
+    bool areAlike(const LineWalk& walk, std::span<const Dab> dabs) const;
+    bool areThick(const LineWalk& walk, std::span<const Dab> dabs) const;
     bool areThin(const LineWalk& walk, std::span<const Dab> dabs) const;
     void setFactor(double opacity);
     void paintThick(const Dab& dab);
