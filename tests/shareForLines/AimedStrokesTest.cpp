@@ -127,6 +127,39 @@ Aimed waveCase(Chance& chance) {
     return a;
 }
 
+std::function<void(StrokeForm&)> waved(const WaveTable& wave) {
+    return [=](StrokeForm& form) {
+        form.waveEnabled = true;
+        form.wave = wave;
+    };
+}
+
+// A ramp that grows nearly as fast as the line runs, on a wave about the diagonal.
+Aimed wavedRampCase(Chance& chance) {
+    Aimed a;
+    const double thin = chance.between(5.0, 25.0), rise = chance.between(30.0, 120.0);
+    const double ramp = 1.3 * rise / chance.between(0.55, 0.85), half = thin + rise;
+    const double angle = kEighthTurn * (1 + 2 * chance.below(4)) + chance.between(-0.13, 0.13);
+    const double length = ramp + 2.0 * half + 20.0;
+    a.line.x0 = chance.between(0.3, 0.7) * kWidth;
+    a.line.y0 = chance.between(0.3, 0.7) * kHeight;
+    a.line.x1 = a.line.x0 + length * std::cos(angle);
+    a.line.y1 = a.line.y0 + length * std::sin(angle);
+    a.line.thickness = 2.0 * half;
+    WaveTable wave{};
+    wave.amount = chance.between(0.0, 8.0);
+    wave.wavelength = chance.between(20.0, 80.0);
+    wave.wavelengthRandom = chance.between(0.0, 1.0);
+    wave.phase = chance.between(0.0, 1.0);
+    a.setForm = [=](StrokeForm& form) {
+        waved(wave)(form);
+        form.inOutEnabled = true;
+        form.startThicknessRatio = thin / half;
+        form.inLength = ramp;
+    };
+    return a;
+}
+
 // Any colours and alphas, those of the pen among them.
 template <class Depth>
 void fillWithNoise(Chance& chance, PaintBox<Depth>& box, const typename Depth::Pixel& pen) {
@@ -191,6 +224,30 @@ TYPED_TEST(AimedStrokes, LargestRadii) { compareAimed<TypeParam>({0, 12}, larges
 TYPED_TEST(AimedStrokes, SingleDabs) { compareAimed<TypeParam>({0, 150}, dotCase); }
 TYPED_TEST(AimedStrokes, Waves) { compareAimed<TypeParam>({0, 12}, waveCase); }
 
+TYPED_TEST(AimedStrokes, RampsOnWaves) { compareAimed<TypeParam>({100, 40}, wavedRampCase); }
+
+// The nearest dab leaves a corner pixel of a cap that the one before it plots.
+TYPED_TEST(AimedStrokes, CornerOfACap) {
+    Aimed a;
+    a.line = {.x0 = 110.43809414015784,
+              .y0 = -83.19134141025684,
+              .x1 = 74.637286557366082,
+              .y1 = -151.84290568364057,
+              .thickness = 274.39555129030083,
+              .axialPosition = 927.685,
+              .seed = 217503549};
+    WaveTable wave{};
+    wave.amount = 0.216791;
+    wave.wavelength = 99.7284;
+    wave.wavelengthRandom = 0.683877;
+    wave.phase = 0.436544;
+    a.setForm = waved(wave);
+    Chance chance(0);
+    while (!chance.oneIn(3)) {
+    }  // no noise comes next
+    compareStroke<TypeParam>(chance, a, 0);
+}
+
 template <class Depth>
 class LongAimedStrokes : public ::testing::Test {};
 TYPED_TEST_SUITE(LongAimedStrokes, Depths);
@@ -201,6 +258,7 @@ TYPED_TEST(LongAimedStrokes, RampsAsSteepAsTheLine) {
 TYPED_TEST(LongAimedStrokes, LargestRadii) { compareAimed<TypeParam>({1000, 80}, largestCase); }
 TYPED_TEST(LongAimedStrokes, SingleDabs) { compareAimed<TypeParam>({1000, 2000}, dotCase); }
 TYPED_TEST(LongAimedStrokes, Waves) { compareAimed<TypeParam>({1000, 80}, waveCase); }
+TYPED_TEST(LongAimedStrokes, RampsOnWaves) { compareAimed<TypeParam>({1000, 200}, wavedRampCase); }
 
 }  // namespace
 }  // namespace streakfall

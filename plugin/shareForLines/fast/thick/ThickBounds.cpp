@@ -47,7 +47,7 @@ void ThickBounds::find(const ThickDabs& dabs, bool straight, const Range& majorL
     const std::int32_t stride =
         straight ? std::clamp(static_cast<std::int32_t>(std::sqrt(0.8 * dabs.smallest)), 2, 12) : 2;
     sample(dabs, stride, straight ? 0.0 : kBow);
-    // Cores of neighbouring samples, and of those with one between that has none, overlap.
+    // Intervals of neighbours overlap.
     const float leastHalf = static_cast<float>(stride) + 0.25f;
     const Floats leastChord2 = lanes::all(leastHalf * leastHalf), zero = lanes::all(0.0f);
     const float ends = reach[0] + reach[static_cast<std::size_t>(count - 1)] +
@@ -66,6 +66,7 @@ void ThickBounds::find(const ThickDabs& dabs, bool straight, const Range& majorL
         const Floats at = toFloats(lanes::all(place) + kIota);
         Floats reachLow = lanes::all(kFar), reachHigh = lanes::all(-kFar);
         Floats coreLow = lanes::all(kFar), coreHigh = lanes::all(-kFar);
+        Ints cored = lanes::all(0), torn = cored;  // has an interval; has two apart
         for (std::int32_t s = from; s < to; ++s) {
             const auto i = static_cast<std::size_t>(s);
             const Floats off = at - lanes::all(major[i]), off2 = off * off;
@@ -75,11 +76,15 @@ void ThickBounds::find(const ThickDabs& dabs, bool straight, const Range& majorL
             reachLow = least(reachLow, middle - outer);
             reachHigh = most(reachHigh, middle + outer);
             const Floats inner2 = lanes::all(core2[i]) - off2;
-            const Floats inner =
-                where(inner2 >= leastChord2, root(most(inner2, zero)), lanes::all(-kFar));
-            coreLow = least(coreLow, middle - inner);
-            coreHigh = most(coreHigh, middle + inner);
+            const Ints chord = inner2 >= leastChord2;
+            const Floats inner = where(chord, root(most(inner2, zero)), lanes::all(-kFar));
+            const Floats low = middle - inner, high = middle + inner;
+            torn |= chord & cored & ((low > coreHigh) | (high < coreLow));
+            cored |= chord;
+            coreLow = least(coreLow, low);
+            coreHigh = most(coreHigh, high);
         }
+        coreLow = where(torn, lanes::all(kFar), coreLow);
         const Ints first = lanes::all(minorLimits.from), last = lanes::all(minorLimits.to);
         const Floats rounding = lanes::all(0.01f);
         const auto n = static_cast<std::size_t>(place - all.from);

@@ -3,10 +3,9 @@
 //
 // Every few dabs one is sampled. A large dab has inside every pixel nearer to its centre than
 // r - 1, and touches none farther off than r + 1. At one major coordinate the sampled discs are
-// intervals; those of neighbouring samples overlap where half of them is long enough, so their
-// union has no gap, as long as the samples that reach the place follow one another: the radius,
-// less the distance along the major axis, first rises and then falls. Ramps are concave but for a
-// start that bends the other way by less than kLongEnough allows for.
+// intervals, and as long as each overlaps those before it their union has no gap. Along a straight
+// line it does where half of it is long enough. Where one lies apart, as with ramps on a wave, the
+// place has no core.
 //
 // A dab between two samples, at most `gap` apart, lies within kBow of the line between them; so a
 // point that it touches is nearer to one of the samples than the root of (r + 1)^2 + gap^2 / 4.

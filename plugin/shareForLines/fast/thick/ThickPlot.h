@@ -198,10 +198,14 @@ class ThickPlot {
     // Beyond it a dab touches nothing.
     Ints touchingBound() const { return lanes::all(reachOver); }
     // Of dabs of one radius, of which `least` is the nearest: beyond it none gives more coverage.
-    // The nearest gives the most of those that plot the pixel. But another may have it interior,
-    // being up to 0.6 r farther: that takes a whole pixel to the circle along an axis, the way
-    // through which is 0.71 to 1 pixel. Likewise outside for another that plots it.
-    Ints equalBound(Ints least) const { return least + equalOver; }
+    // Of those that plot a pixel inside them the nearest gives the most. But another may have it
+    // interior, being up to 0.6 r + 5 farther: that takes a whole pixel to the circle along an
+    // axis, the way through which is 0.71 to 1 pixel. Where the pixel lies outside of all of them,
+    // any that touches counts: the nearest may leave a corner between two arcs.
+    Ints equalBound(Ints least) const {
+        const Ints touching = touchingBound();
+        return where(least < 0, lanes::least(least + equalOver, touching), touching);
+    }
 
     Ints overOf(const Places& e, std::int32_t offset) const {
         const std::size_t k = ThickDabs::at(offset);

@@ -244,7 +244,7 @@ class ThickRim {
             Ints least = bound;
             for (std::int32_t o = all.low; o <= all.high; ++o)
                 least = lanes::least(least, plot.overOf(e, o));
-            bound = lanes::least(bound, plot.equalBound(least));
+            bound = plot.equalBound(least);
         }
         bound = where(active, bound, lanes::all(-kLimitless));
         for (std::int32_t o = all.low; o <= all.high; ++o) {
