@@ -6,6 +6,7 @@
 //                    order: that of the row but in float
 //   load, store      any address of a pixel with seven more behind it
 //   alphas(g)        the pen's alpha at coverages 0 to 255; its own at kInterior
+//   edgeAlphas(g)    not in float: likewise, without kInterior
 //   payload(a)       an alpha in 32 bits, in every lane; of two the larger has the larger bits
 //   covered(g, a)    alphas a at coverages g as payloads, in the row's order; ordered() makes
 //                    Alphas of them
@@ -14,6 +15,8 @@
 //                    pen's, or within a step below it in every channel while some weight is left
 //                    to it, whose mixture truncates to what it was
 //   rested(p)        not in float: the colours that stay in the end (OrderOfPaint.h, 5.)
+//   mergeSimply(p, a)  not in float: merges the lanes that mix no colours; all ones in the others
+//   where(m, p, q)   not in float: p in lanes of m, else q
 //   merge(p, a)      lanes where a is 0 stay. True when a second merge could change a pixel, as
 //                    it does where colours were mixed.
 #pragma once
@@ -26,10 +29,11 @@ namespace streakfall::avx2 {
 
 inline bool anyLane(__m256i lanes) { return _mm256_testz_si256(lanes, lanes) == 0; }
 
-// pen alpha x coverage / 255, the quotient of integers, exact for all pairs of bytes.
-inline __m256i coverAlpha8(__m256i coverage, std::int32_t alpha) {
-    const __m256i product = _mm256_mullo_epi32(coverage, _mm256_set1_epi32(alpha));
-    return _mm256_srli_epi32(_mm256_mullo_epi32(product, _mm256_set1_epi32(32897)), 23);
+// Alpha x coverage / 255, the quotient of integers, exact for all pairs of bytes: in words, of
+// which the product takes one.
+inline __m256i coverAlpha8(__m256i coverage, __m256i alpha) {
+    const __m256i product = _mm256_mullo_epi16(coverage, alpha);
+    return _mm256_srli_epi32(_mm256_mulhi_epu16(product, _mm256_set1_epi32(32897)), 7);
 }
 
 // The branches of the merge in 8 and 16 bits.
@@ -72,14 +76,15 @@ struct EightPixels<Depth8> {
     }
 
     Alphas alphas(__m256i coverage) const {
-        return coverAlpha8(_mm256_min_epi32(coverage, _mm256_set1_epi32(255)), pen.alpha);
+        return edgeAlphas(_mm256_min_epi32(coverage, _mm256_set1_epi32(255)));
+    }
+    Alphas edgeAlphas(__m256i coverage) const {
+        return coverAlpha8(coverage, _mm256_set1_epi32(pen.alpha));
     }
 
     static __m256i payload(std::int32_t alpha) { return _mm256_set1_epi32(alpha); }
     static __m256i covered(__m256i coverage, __m256i alpha) {
-        const __m256i product =
-            _mm256_mullo_epi32(_mm256_min_epi32(coverage, _mm256_set1_epi32(255)), alpha);
-        return _mm256_srli_epi32(_mm256_mullo_epi32(product, _mm256_set1_epi32(32897)), 23);
+        return coverAlpha8(_mm256_min_epi32(coverage, _mm256_set1_epi32(255)), alpha);
     }
     static Alphas ordered(__m256i alpha) { return alpha; }
     __m256i rests(const Pixels& p, std::int32_t most) const {
@@ -103,23 +108,30 @@ struct EightPixels<Depth8> {
         return _mm256_or_si256(rgb, _mm256_and_si256(p, _mm256_set1_epi32(0xFF)));
     }
 
-    __attribute__((always_inline)) bool merge(Pixels& p, Alphas a) const {
+    static Pixels where(__m256i lanes, Pixels yes, Pixels no) {
+        return _mm256_blendv_epi8(no, yes, lanes);
+    }
+
+    __attribute__((always_inline)) __m256i mergeSimply(Pixels& p, Alphas a) const {
         const __m256i byte = _mm256_set1_epi32(0xFF);
-        const __m256i oldAlpha = _mm256_and_si256(p, byte);
         const __m256i same = _mm256_cmpeq_epi32(_mm256_andnot_si256(byte, p), color);
-        const Branches branches = branchesOf(oldAlpha, a, same, Depth8::kWhite);
-        const __m256i result = _mm256_blendv_epi8(p, _mm256_or_si256(color, a), branches.takes);
-        const bool mixed = anyLane(branches.mixes);
-        p = mixed ? _mm256_blendv_epi8(result, mix(p, oldAlpha, a, pen), branches.mixes) : result;
+        const Branches branches = branchesOf(_mm256_and_si256(p, byte), a, same, Depth8::kWhite);
+        p = _mm256_blendv_epi8(p, _mm256_or_si256(color, a), branches.takes);
+        return branches.mixes;
+    }
+
+    __attribute__((always_inline)) bool merge(Pixels& p, Alphas a) const {
+        const __m256i mixes = mergeSimply(p, a);
+        const bool mixed = anyLane(mixes);
+        if (mixed) p = where(mixes, mix(p, a, pen), p);
         return mixed;
     }
 
   private:
     // In single precision the truncated quotient equals that of integers for all numerators up to
     // 65025 and weights up to 255.
-    __attribute__((noinline)) static __m256i mix(__m256i old, __m256i oldAlpha, __m256i a,
-                                                 const PF_Pixel& pen) {
-        const __m256i byte = _mm256_set1_epi32(0xFF);
+    __attribute__((noinline)) static __m256i mix(__m256i old, __m256i a, const PF_Pixel& pen) {
+        const __m256i byte = _mm256_set1_epi32(0xFF), oldAlpha = _mm256_and_si256(old, byte);
         const __m256i b =
             _mm256_srli_epi32(_mm256_mullo_epi32(_mm256_sub_epi32(byte, a), oldAlpha), 8);
         const __m256 wa = _mm256_cvtepi32_ps(a), wb = _mm256_cvtepi32_ps(b);
@@ -221,8 +233,10 @@ struct EightPixels<Depth16> {
     // whole lies 1/255 or more below the next whole number, four times as far as rounding moves
     // numbers below 2^15.
     Alphas alphas(__m256i coverage) const {
-        const __m256i product = _mm256_mullo_epi32(
-            _mm256_min_epi32(coverage, _mm256_set1_epi32(255)), _mm256_set1_epi32(pen.alpha));
+        return edgeAlphas(_mm256_min_epi32(coverage, _mm256_set1_epi32(255)));
+    }
+    Alphas edgeAlphas(__m256i coverage) const {
+        const __m256i product = _mm256_mullo_epi32(coverage, _mm256_set1_epi32(pen.alpha));
         const __m256i a =
             _mm256_cvttps_epi32(_mm256_div_ps(_mm256_cvtepi32_ps(product), _mm256_set1_ps(255.0f)));
         return _mm256_permute4x64_epi64(a, 0xD8);
@@ -262,7 +276,11 @@ struct EightPixels<Depth16> {
                 stepBelow(greenBlue, p.greenBlue)};
     }
 
-    // Leaves the lanes that mix colours as they are; all ones there.
+    static Pixels where(__m256i lanes, const Pixels& yes, const Pixels& no) {
+        return {_mm256_blendv_epi8(no.alphaRed, yes.alphaRed, lanes),
+                _mm256_blendv_epi8(no.greenBlue, yes.greenBlue, lanes)};
+    }
+
     __attribute__((always_inline)) __m256i mergeSimply(Pixels& p, Alphas a) const {
         const __m256i oldAlpha = lowWords(p.alphaRed);
         const __m256i same =
@@ -277,11 +295,7 @@ struct EightPixels<Depth16> {
     __attribute__((always_inline)) bool merge(Pixels& p, Alphas a) const {
         const __m256i mixes = mergeSimply(p, a);
         const bool mixed = anyLane(mixes);
-        if (mixed) {
-            const Pixels mixture = mix(p, a, pen);
-            p.alphaRed = _mm256_blendv_epi8(p.alphaRed, mixture.alphaRed, mixes);
-            p.greenBlue = _mm256_blendv_epi8(p.greenBlue, mixture.greenBlue, mixes);
-        }
+        if (mixed) p = where(mixes, mix(p, a, pen), p);
         return mixed;
     }
 

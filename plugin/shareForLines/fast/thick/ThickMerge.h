@@ -19,7 +19,7 @@
 #include "shareForLines/fast/thick/ThickPlot.h"
 #include "shareForLines/fast/thick/ThickWindow.h"
 #include "shareForLines/simd/Begin.h"
-#include "shareForLines/simd/EightPixels.h"
+#include "shareForLines/simd/MixedPixels.h"
 
 namespace streakfall::thick {
 
@@ -77,46 +77,31 @@ class ThickMerge {
     // alphas, as payloads, or null.
     template <bool kHollow>
     void replay(const Eight& e, unsigned which, const Ints* known = nullptr) {
-        const Ints wanted = lanesOf(which);
-        Offsets o = touchingOf(e, which);
+        const Offsets o = touchingOf(e, which);
         alignas(32) Pixel old[kCount] = {};
         for (unsigned rest = which; rest != 0; rest &= rest - 1) {
             const int i = std::countr_zero(rest);
             old[i] = *e.at[i];
         }
-        auto pixels = eight.load(old);
-        const bool forward = dabs.isForward();
-        Ints best = known != nullptr ? *known : lanes::all(0);
         const Channel mostOfAll = known != nullptr ? mostOf(which, *known) : highestAlpha(o);
-        if constexpr (!kHollow && std::is_integral_v<Channel>) {
-            if (known == nullptr && comesToRest(e, which, old, mostOfAll)) {
-                pixels = eight.rested(pixels);
-                best = mostAlpha<false>(e, wanted, o, highAtEnd);
-                o = {0, -1};
-            }
+        const auto replayOn = [&](auto colors) {
+            const Ints best = mergeAll<kHollow>(colors, e, which, o, mostOfAll, known);
+            eight.store(old, colors.result());
+            return best;
+        };
+        bool rested = false;
+        if constexpr (kColorsRest && !kHollow) {
+            rested = known == nullptr && comesToRest(e, which, old, mostOfAll);
+            if (rested) eight.store(old, eight.rested(eight.load(old)));
         }
-        Offsets open{0, -1};  // all lanes are
-        bool isOpenKnown = !window.isStraight();
-        while (o.low <= o.high) {
-            const std::int32_t offset = forward ? o.low++ : o.high--;
-            const Cover c = plot.coverOf<kHollow>(e, offset);
-            if (!any(most(c.coverage, c.twin) & wanted)) {
-                if (!isOpenKnown && kHollow && !any(~c.open & wanted)) {
-                    open = window.openOf(e, which, o);
-                    isOpenKnown = true;
-                }
-                if (forward && open.low <= o.low && o.low <= open.high) o.low = open.high + 1;
-                if (!forward && open.low <= o.high && o.high <= open.high) o.high = open.low - 1;
-                continue;
-            }
-            mergeCover(pixels, c, wanted, offset);
-            if (any(~ints(eight.rests(pixels, mostOfAll)) & wanted)) continue;
-            if (known == nullptr && isBelow(pixels, which, mostOfAll)) {
-                best = mostAlpha<kHollow>(e, wanted, o, varied ? highAtEnd : !forward);
-            }
-            break;
+        Ints best;
+        if (rested) {
+            best = mostAlpha<false>(e, lanesOf(which), o, highAtEnd);
+        } else if (mostOfAll < Depth::kWhite) {
+            best = replayOn(avx2::MixedPixels<Depth>(pen, eight.load(old)));
+        } else {
+            best = replayOn(avx2::MergedPixels<Depth>(pen, eight.load(old)));
         }
-        eight.store(old, pixels);
         for (unsigned rest = which; rest != 0; rest &= rest - 1) {
             const int i = std::countr_zero(rest);
             *e.at[i] = old[i];
@@ -175,6 +160,37 @@ class ThickMerge {
         return best;
     }
 
+    // Merges what the entries of these offsets paint on these lanes until they rest. Returns what
+    // alpha they have at least in the end, as payloads.
+    template <bool kHollow, class Colors>
+    Ints mergeAll(Colors& colors, const Eight& e, unsigned which, Offsets o, Channel mostOfAll,
+                  const Ints* known) {
+        const Ints wanted = lanesOf(which);
+        const bool forward = dabs.isForward();
+        Offsets open{0, -1};  // all lanes are
+        bool isOpenKnown = !window.isStraight();
+        while (o.low <= o.high) {
+            const std::int32_t offset = forward ? o.low++ : o.high--;
+            const Cover c = plot.coverOf<kHollow>(e, offset);
+            if (!any(most(c.coverage, c.twin) & wanted)) {
+                if (!isOpenKnown && kHollow && !any(~c.open & wanted)) {
+                    open = window.openOf(e, which, o);
+                    isOpenKnown = true;
+                }
+                if (forward && open.low <= o.low && o.low <= open.high) o.low = open.high + 1;
+                if (!forward && open.low <= o.high && o.high <= open.high) o.high = open.low - 1;
+                continue;
+            }
+            mergeCover(colors, c, wanted, offset);
+            if (any(~ints(colors.rests(mostOfAll)) & wanted)) continue;
+            if (known == nullptr && isBelow(colors.result(), which, mostOfAll)) {
+                return mostAlpha<kHollow>(e, wanted, o, varied ? highAtEnd : !forward);
+            }
+            break;
+        }
+        return known != nullptr ? *known : lanes::all(0);
+    }
+
     // True when the merges surely bring these lanes' colours, any at all, to rest. most: of all
     // alphas that reach them.
     bool comesToRest(const Eight& e, unsigned which, const Pixel* old, Channel most) const {
@@ -213,16 +229,15 @@ class ThickMerge {
     }
 
     // The merges of eight entries, each as often as it has dabs there, and pixels two arcs plot.
-    template <class Pixels>
-    void mergeCover(Pixels& pixels, const Cover& c, Ints wanted, std::int32_t offset) {
+    template <class Colors>
+    void mergeCover(Colors& colors, const Cover& c, Ints wanted, std::int32_t offset) {
         const std::size_t k = ThickDabs::at(offset);
         const Ints alpha = lanes::load(&dabs.alpha[k]);
         const auto merge = [&](Ints coverage, Ints lanesTaken) {
             const Ints g = coverage & lanesTaken;
-            eight.merge(pixels, eight.ordered(eight.covered(raw(g), raw(alpha))));
+            colors.merge(eight.ordered(eight.covered(raw(g), raw(alpha))), 1);
             const Ints twice = g & c.twice;
-            if (any(twice))
-                eight.merge(pixels, eight.ordered(eight.covered(raw(twice), raw(alpha))));
+            if (any(twice)) colors.merge(eight.ordered(eight.covered(raw(twice), raw(alpha))), 1);
         };
         merge(c.coverage, wanted);
         std::uint64_t times = 0;
@@ -232,6 +247,8 @@ class ThickMerge {
         for (std::size_t i = 0; i < kCount; ++i) counts[i] = dabs.times[k + i];
         merge(c.twin, wanted & (lanes::load(counts) > 1));
     }
+
+    static constexpr bool kColorsRest = std::is_integral_v<Channel>;
 
     const ThickDabs& dabs;
     ThickPlot& plot;
