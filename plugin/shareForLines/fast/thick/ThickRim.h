@@ -231,15 +231,36 @@ class ThickRim {
         return g == kInside ? pen.alpha : Depth::coverAlpha(pen.alpha, g);
     }
 
-    // Likewise, of entries that lie on any path. Where they have one radius only those count that
-    // are about as near as the nearest.
+    // Of entries of one radius: how near the nearest is that plots a lane, and whether one has it
+    // interior. That tells the largest coverage.
+    struct OneRadius {
+        Ints nearest, interior;
+
+        __attribute__((always_inline)) void add(const Plot& p) {
+            nearest = lanes::least(nearest, where(p.plotted, p.over, lanes::all(kLimitless)));
+            interior |= p.inside & ~p.plotted;
+        }
+    };
+    // entry: one of them, or beyond the end.
+    Ints coverageOf(const OneRadius& found, std::int32_t entry) const {
+        const Ints edge = plot.edgeOf(
+            found.nearest, ThickDabs::at(std::clamp(entry, dabs.begin(), dabs.end() - 1)));
+        return where(found.interior, lanes::all(kInside),
+                     edge & (found.nearest < lanes::all(kLimitless)));
+    }
+    bool haveOneRadius(const Offsets& o) const {
+        return dabs.haveOneRadius(std::max(o.low, dabs.begin()),
+                                  std::min(o.high + kCount - 1, dabs.end() - 1));
+    }
+
+    // The largest coverage of any entry, by lane, on any path. Where all have one radius only those
+    // count that are about as near as the nearest.
     Ints largestOfAll(const Eight& e) {
         const Offsets& all = window.offsets();
         const Ints active = lanesOf(e.active);
-        Ints nearest = lanes::all(kLimitless), inside = lanes::all(0), largest = inside;
-        Ints bound = plot.touchingBound();
-        const bool oneRadius = dabs.haveOneRadius(std::max(all.low, dabs.begin()),
-                                                  std::min(all.high + kCount - 1, dabs.end() - 1));
+        const bool oneRadius = haveOneRadius(all);
+        Ints largest = lanes::all(0), bound = plot.touchingBound();
+        OneRadius found{lanes::all(kLimitless), lanes::all(0)};
         if (oneRadius) {
             Ints least = bound;
             for (std::int32_t o = all.low; o <= all.high; ++o)
@@ -250,18 +271,13 @@ class ThickRim {
         for (std::int32_t o = all.low; o <= all.high; ++o) {
             if (!any(plot.overOf(e, o) <= bound)) continue;
             if (oneRadius) {
-                const Plot p = plot.plotOf(e, o);
-                nearest = lanes::least(nearest, where(p.plotted, p.over, lanes::all(kLimitless)));
-                inside |= p.inside & ~p.plotted;
+                found.add(plot.plotOf(e, o));
             } else {
                 const Cover c = plot.coverOf<false>(e, o);
                 largest = most(largest, most(c.coverage, c.twin));
             }
         }
-        if (!oneRadius) return largest;
-        const Ints edge =
-            plot.edgeOf(nearest, ThickDabs::at(std::clamp(all.low, dabs.begin(), dabs.end() - 1)));
-        return where(inside, lanes::all(kInside), edge & (nearest < lanes::all(kLimitless)));
+        return oneRadius ? coverageOf(found, all.low) : largest;
     }
 
     // The largest coverage of any entry, by lane.
@@ -270,35 +286,24 @@ class ThickRim {
         const Offsets& all = window.offsets();
         const Offsets near{std::max(all.low, guess - kOneRadius),
                            std::min(all.high, guess + kOneRadius)};
-        std::int32_t found = guess;
-        if (near.low <= near.high && window.isBounded() &&
-            dabs.haveOneRadius(std::max(near.low, dabs.begin()),
-                               std::min(near.high + kCount - 1, dabs.end() - 1))) {
-            Ints nearest = lanes::all(kLimitless), inside = lanes::all(0);
+        std::int32_t foot = guess;
+        if (near.low <= near.high && haveOneRadius(near)) {
+            OneRadius found{lanes::all(kLimitless), lanes::all(0)};
             const bool complete = window.scan(
-                found, near, [&](std::int32_t offset) __attribute__((always_inline)) {
+                foot, near, [&](std::int32_t offset) __attribute__((always_inline)) {
                     const Plot p = plot.plotOf(e, offset);
-                    nearest =
-                        lanes::least(nearest, where(p.plotted, p.over, lanes::all(kLimitless)));
-                    inside |= p.inside & ~p.plotted;
+                    found.add(p);
                     return p.over;
                 });
-            if (complete) {
-                guess = found;
-                const Ints edge = plot.edgeOf(
-                    nearest, ThickDabs::at(std::clamp(found, dabs.begin(), dabs.end() - 1)));
-                return where(inside, lanes::all(kInside),
-                             edge & (nearest < lanes::all(kLimitless)));
-            }
-            found = guess;
+            guess = foot;
+            if (complete) return coverageOf(found, foot);
         }
         Ints largest = lanes::all(0);
-        window.scan(found, all, [&](std::int32_t offset) {
+        window.scan(guess, all, [&](std::int32_t offset) {
             const Cover c = plot.coverOf<false>(e, offset);
             largest = most(largest, most(c.coverage, c.twin));
             return c.over;
         });
-        guess = found;
         return largest;
     }
 
