@@ -104,7 +104,7 @@ void FramePainter<Depth>::paintFrom(LineWalk& walk, const Dab& first, const Stro
         }
         if (areThick(walk, dabs)) {
             thin.flush(pen);
-            for (const Dab& dab : dabs) paintThick(dab);
+            for (const Dab& dab : dabs) thick.add(dab, pen);
             continue;
         }
         for (const Dab& dab : dabs) {
@@ -159,7 +159,7 @@ bool FramePainter<Depth>::paint(const Dab& dab) {
             break;
         case Way::kThick:
             thin.flush(pen);
-            paintThick(dab);
+            thick.add(dab, pen);
             break;
         case Way::kWhole:
             fillCanvas();
@@ -175,14 +175,6 @@ void FramePainter<Depth>::setFactor(double opacity) {
     if (alpha != pen.alpha) thin.flush(pen);
     pen.alpha = alpha;
     factor = opacity;
-}
-
-// A run takes any dab when it is empty.
-template <class Depth>
-void FramePainter<Depth>::paintThick(const Dab& dab) {
-    if (thick.add(dab, pen.alpha)) return;
-    thick.flush(pen);
-    thick.add(dab, pen.alpha);
 }
 
 // White over whatever there was. Dabs held back are not missed.

@@ -53,7 +53,6 @@ class FramePainter {
     bool areThick(const LineWalk& walk, std::span<const Dab> dabs) const;
     bool areThin(const LineWalk& walk, std::span<const Dab> dabs) const;
     void setFactor(double opacity);
-    void paintThick(const Dab& dab);
     void fillCanvas();
     void flushAll();
 

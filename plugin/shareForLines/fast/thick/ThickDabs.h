@@ -34,7 +34,8 @@ class ThickDabs {
     template <class T>
     using PerEntry = std::array<T, static_cast<std::size_t>(kCapacity + 2 * kBeyond)>;
 
-    struct Arcs;
+    // known: outlives it.
+    explicit ThickDabs(KnownArcEnds& known) : arcs(known) {}
 
     // Takes the dabs of a run, in walk order; there is one at least. `steep`: y is the major axis.
     // alphas: of each dab, as EightPixels::payload.
@@ -111,7 +112,7 @@ class ThickDabs {
     std::array<std::int32_t, static_cast<std::size_t>(kCapacity + 2)> entryAt;
     PerEntry<std::int32_t> changes;  // of the radius, up to the entry
     CoverageTables<kCapacity> tables;
-    KnownArcEnds arcs;
+    KnownArcEnds& arcs;
 };
 
 }  // namespace streakfall

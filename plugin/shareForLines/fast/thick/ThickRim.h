@@ -26,11 +26,11 @@ using namespace lanes;
 
 // How a run is painted.
 struct Manner {
-    bool straight;        // its dabs lie on a line
-    bool whole;           // the core is looked at as well
-    bool hollow;          // hollow dabs are looked at as such
-    bool open;            // they may leave pixels open anywhere
-    std::int32_t rising;  // 1 or -1 when alphas rise or fall along the way, else 0
+    bool straight = true;     // its dabs lie on a line
+    bool whole = false;       // the core is looked at as well
+    bool hollow = false;      // hollow dabs are looked at as such
+    bool open = false;        // they may leave pixels open anywhere
+    std::int32_t rising = 0;  // 1 or -1 when alphas rise or fall along the way, else 0
 };
 
 template <class Depth>

@@ -12,18 +12,23 @@
 //  - Hollow dabs leave their middle open, but nearly every pixel inside one of them is painted by
 //    another. The others (OpenPixels) are worked out by their merges.
 //
+//  - Cores are painted before rims: the one of a run before the rim of the run that came before it.
+//    Most of the round end of a run lies in the core of the next one, and what that gives white, or
+//    the alpha that it has where all is plain, needs no merges.
+//
 // Owner: the painter of lines. Needs a processor with AVX2.
 #pragma once
 
 #include <array>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "shareForLines/canvas/CanvasView.h"
 #include "shareForLines/fast/OpenPixels.h"
 #include "shareForLines/fast/WhatShows.h"
-#include "shareForLines/fast/thick/ThickBounds.h"
-#include "shareForLines/fast/thick/ThickDabs.h"
+#include "shareForLines/fast/thick/ThickRim.h"
+#include "shareForLines/fast/thick/ThickRun.h"
 
 namespace streakfall {
 
@@ -39,43 +44,42 @@ class ThickStroke {
     // Before the first dab of a line. `straightLine`: no wave.
     void start(bool straightLine) {
         straight = straightLine;
-        count = 0;
+        drop();
     }
 
     // Whether a large dab can be painted here at all.
     static bool takes(const Dab& dab) { return dab.radius <= ThickDabs::kMaxRadius; }
-    // Adds one that can, and touches the canvas. False when it cannot go into this run: flush and
-    // add it then.
-    bool add(const Dab& dab, typename Depth::Channel alpha);
+    // Adds one that can, and touches the canvas. Runs that it does not go into are painted with the
+    // colour of the pen.
+    void add(const Dab& dab, const Pixel& pen);
 
-    // Paints the run, if there is one, with the colour of the pen and empties it.
+    // Paints what there is with the colour of the pen.
     void flush(const Pixel& pen);
     // Forgets it.
-    void drop() { count = 0; }
+    void drop() {
+        now->clear();
+        before->clear();
+    }
 
   private:
-    bool goesOn(const Dab& dab) const;
-    bool isPlainEverywhere(const Pixel& pen) const;
-    void place();
-    void findBounds();
-    void paintCore(const Pixel& pen);
-    void paintSteepCore(const Pixel& pen) const;
+    using Run = ThickRun<Depth>;
+
+    void endRun(const Pixel& pen);
+    void paintRim(Run& run, const Pixel& pen, const thick::Manner& manner);
+    void paintBefore(const Pixel& pen);
+    bool isPlainEverywhere(const Run& run, const Pixel& pen) const;
+    void paintCore(const Run& run, const Pixel& pen);
+    void paintSteepCore(const Run& run, const Pixel& pen) const;
 
     const CanvasView& canvas;
     const WhatShows& shows;
     const OpenPixels& open;
     bool straight = true;
-    bool steep = false;    // y is the major axis
-    double advance = 0.0;  // sign of the way along it; 0 before the second dab
-    std::int32_t count = 0;
-    std::int32_t rising = 0;  // 1 or -1 when alphas rise or fall along the way
-    std::array<Dab, ThickDabs::kCapacity> held;
-    std::array<typename Depth::Channel, ThickDabs::kCapacity> heldAlphas;
-    std::array<std::int32_t, ThickDabs::kCapacity> payloads;
+    KnownArcEnds arcs;
+    Run one{arcs}, other{arcs};
+    Run *now = &one, *before = &other;  // before: of which the rim is not painted yet
     std::vector<KeptPixel<Depth>> kept;
     std::vector<std::int32_t> entered;  // by row: the column where it enters the core
-    ThickDabs dabs;
-    ThickBounds bounds;
 };
 
 }  // namespace streakfall
