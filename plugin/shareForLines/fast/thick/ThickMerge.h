@@ -66,49 +66,28 @@ class ThickMerge {
     }
 
     // Gives these lanes, empty or of the pen's colour, their largest alpha. kHollow: hollow dabs
-    // leave their middle open.
+    // leave their middle open. core: all lie in the core.
     template <bool kHollow>
-    void raise(const Eight& e, unsigned which) {
-        const Ints best = mostAlpha<kHollow>(e, lanesOf(which), touchingOf(e, which), highAtEnd);
+    void raise(const Eight& e, unsigned which, bool core) {
+        const Ints wanted = lanesOf(which);
+        const Ints best = !kHollow && core && moveInside(e, wanted)
+                              ? mostAlphaFromInside(e, wanted)
+                              : mostAlpha<kHollow>(e, wanted, touchingOf(e, which), highAtEnd);
         forAlphas(which, best, [&](int i, Channel a) { raiseTo<Depth>(*e.at[i], pen, a); });
     }
 
-    // Every merge of these lanes in walk order until their colours rest. known: their largest
-    // alphas, as payloads, or null.
+    // Every merge of these lanes in walk order until their colours rest.
     template <bool kHollow>
-    void replay(const Eight& e, unsigned which, const Ints* known = nullptr) {
+    void replay(const Eight& e, unsigned which, bool core) {
+        if constexpr (!kHollow) {
+            const Ints wanted = lanesOf(which);
+            if (core && moveInside(e, wanted)) {
+                replayInside(e, which, mostAlphaFromInside(e, wanted));
+                return;
+            }
+        }
         const Offsets o = touchingOf(e, which);
-        alignas(32) Pixel old[kCount] = {};
-        for (unsigned rest = which; rest != 0; rest &= rest - 1) {
-            const int i = std::countr_zero(rest);
-            old[i] = *e.at[i];
-        }
-        const Channel mostOfAll = known != nullptr ? mostOf(which, *known) : highestAlpha(o);
-        const auto replayOn = [&](auto colors) {
-            const Ints best = mergeAll<kHollow>(colors, e, which, o, mostOfAll, known);
-            eight.store(old, colors.result());
-            return best;
-        };
-        bool rested = false;
-        if constexpr (kColorsRest && !kHollow) {
-            rested = known == nullptr && comesToRest(e, which, old, mostOfAll);
-            if (rested) eight.store(old, eight.rested(eight.load(old)));
-        }
-        Ints best;
-        if (rested) {
-            best = mostAlpha<false>(e, lanesOf(which), o, highAtEnd);
-        } else if (mostOfAll < Depth::kWhite) {
-            best = replayOn(avx2::MixedPixels<Depth>(pen, eight.load(old)));
-        } else {
-            best = replayOn(avx2::MergedPixels<Depth>(pen, eight.load(old)));
-        }
-        for (unsigned rest = which; rest != 0; rest &= rest - 1) {
-            const int i = std::countr_zero(rest);
-            *e.at[i] = old[i];
-        }
-        forAlphas(which, best, [&](int i, Channel a) {
-            if (a > e.at[i]->alpha) e.at[i]->alpha = a;
-        });
+        replayOf<kHollow>(e, which, o, highestAlpha(o), nullptr);
     }
 
     // Likewise, of pixels at the edge of a run of one alpha, of which the largest coverage is
@@ -116,7 +95,7 @@ class ThickMerge {
     void replayEdge(const Eight& e, unsigned which, Ints coverage) {
         const Ints alpha = ints(eight.payload(pen.alpha));
         const Ints known = ints(eight.covered(raw(coverage), raw(alpha)));
-        replay<false>(e, which, &known);
+        replayOf<false>(e, which, touchingOf(e, which), mostOf(which, known), &known);
     }
 
   private:
@@ -143,6 +122,88 @@ class ThickMerge {
         Channel most = 0;
         forAlphas(which, payloads, [&](int, Channel a) { most = std::max(most, a); });
         return most;
+    }
+
+    // The merges of these offsets, until the lanes' colours rest. mostOfAll: of all their alphas.
+    // known: the largest alpha of each lane, as payloads, or null.
+    template <bool kHollow>
+    void replayOf(const Eight& e, unsigned which, const Offsets& o, Channel mostOfAll,
+                  const Ints* known) {
+        alignas(32) Pixel old[kCount] = {};
+        fetch(e, which, old);
+        const auto replayOn = [&](auto colors) {
+            const Ints best = mergeAll<kHollow>(colors, e, which, o, mostOfAll, known);
+            eight.store(old, colors.result());
+            return best;
+        };
+        const Ints best = mostOfAll < Depth::kWhite
+                              ? replayOn(avx2::MixedPixels<Depth>(pen, eight.load(old)))
+                              : replayOn(avx2::MergedPixels<Depth>(pen, eight.load(old)));
+        put(e, which, old, best);
+    }
+
+    // Likewise of lanes that moveInside found inside, with their largest alphas, as payloads.
+    void replayInside(const Eight& e, unsigned which, Ints best) {
+        alignas(32) Pixel old[kCount] = {};
+        fetch(e, which, old);
+        const Channel most = mostOf(which, best);
+        if constexpr (kColorsRest) {
+            if (comesToRest(e, which, old, most)) {
+                eight.store(old, eight.rested(eight.load(old)));
+                put(e, which, old, best);
+                return;
+            }
+        }
+        replayOf<false>(e, which, touchingOf(e, which), most, &best);
+    }
+
+    static void fetch(const Eight& e, unsigned which, Pixel* old) {
+        for (unsigned rest = which; rest != 0; rest &= rest - 1) {
+            const int i = std::countr_zero(rest);
+            old[i] = *e.at[i];
+        }
+    }
+    // Writes them back, at these alphas, as payloads, where they are larger.
+    static void put(const Eight& e, unsigned which, const Pixel* values, Ints best) {
+        forAlphas(which, best, [&](int i, Channel a) {
+            *e.at[i] = values[i];
+            if (a > e.at[i]->alpha) e.at[i]->alpha = a;
+        });
+    }
+
+    // Moves `inside` to the last offset, towards the higher alphas, whose entries have these lanes
+    // deep inside. False when there is none, or none was found. Straight runs only.
+    bool moveInside(const Eight& e, Ints wanted) {
+        if (!window.isStraight()) return false;
+        const std::int32_t out = highAtEnd ? 1 : -1;
+        const auto isInside = [&](std::int32_t offset) {
+            return window.has(offset) && plot.areInside(e, wanted, offset, offset);
+        };
+        std::int32_t k = inside;
+        for (int i = 0; i < kNear && !isInside(k); ++i) k -= out;
+        if (!isInside(k)) {
+            k = window.insideGuess(e, bits(wanted), highAtEnd);
+            for (int i = 0; i < kNear && !isInside(k); ++i) k -= out;
+            if (!isInside(k)) return false;
+        }
+        while (isInside(k + out)) k += out;
+        inside = k;
+        return true;
+    }
+
+    // The largest alphas, as payloads, of lanes that moveInside found inside. Squared distances rise
+    // from there on but for noise, so that none touches behind one that is far enough off.
+    Ints mostAlphaFromInside(const Eight& e, Ints wanted) {
+        Ints best = wanted & lanes::load(&dabs.alpha[ThickDabs::at(inside)]);
+        if (!varied) return best;
+        const std::int32_t out = highAtEnd ? 1 : -1;
+        for (std::int32_t k = inside + out; window.has(k); k += out) {
+            const Cover c = plot.coverOf<false>(e, k);
+            if (!any((c.over <= plot.pastTouchingBound()) & wanted)) break;
+            const Ints alpha = lanes::load(&dabs.alpha[ThickDabs::at(k)]);
+            best = most(best, ints(eight.covered(raw(most(c.coverage, c.twin)), raw(alpha))));
+        }
+        return best;
     }
 
     // The largest alphas, as payloads, that entries give these lanes, from the offsets' end of the
@@ -191,14 +252,13 @@ class ThickMerge {
         return known != nullptr ? *known : lanes::all(0);
     }
 
-    // True when the merges surely bring these lanes' colours, any at all, to rest. most: of all
-    // alphas that reach them.
+    // True when the merges surely bring the colours, any at all, of these lanes to rest, which
+    // moveInside found inside. most: of all alphas that reach them.
     bool comesToRest(const Eight& e, unsigned which, const Pixel* old, Channel most) const {
-        if (!window.isStraight()) return false;
         constexpr std::int32_t kOthers = kMergesToRest<Depth> - 1;
-        const std::int32_t end = window.insideGuess(e, which, highAtEnd);
-        const Offsets o = highAtEnd ? Offsets{end - kOthers, end} : Offsets{end, end + kOthers};
-        if (o.low < window.offsets().low || o.high > window.offsets().high) return false;
+        const Offsets o =
+            highAtEnd ? Offsets{inside - kOthers, inside} : Offsets{inside, inside + kOthers};
+        if (!window.has(o.low) || !window.has(o.high)) return false;
         const Channel least =
             alphaOf(dabs.alpha[ThickDabs::at(highAtEnd ? o.low : o.high + kCount - 1)]);
         Channel leastStored = Depth::kWhite, mostStored = most;
@@ -248,6 +308,7 @@ class ThickMerge {
         merge(c.twin, wanted & (lanes::load(counts) > 1));
     }
 
+    static constexpr int kNear = 4;  // offsets that the inside moves from one eight to the next
     static constexpr bool kColorsRest = std::is_integral_v<Channel>;
 
     const ThickDabs& dabs;
@@ -257,6 +318,7 @@ class ThickMerge {
     const avx2::EightPixels<Depth> eight;
     const bool varied;
     const bool highAtEnd;  // alphas rise with the entries
+    std::int32_t inside = 0;  // offset whose entries had lanes inside last
 };
 
 }  // namespace streakfall::thick

@@ -58,6 +58,9 @@ class ThickPlot {
           reachOver(static_cast<std::int32_t>(256.0 * 2.0 * kNoCoverage * run.largest) + 1),
           insideOver(-static_cast<std::int32_t>(
               256.0 * (2.0 * run.largest + centreNoise(run.largest) + bowNoise(run.largest)))),
+          pastOver(reachOver + static_cast<std::int32_t>(256.0 * (centreNoise(run.largest) +
+                                                                  2.0 * bowNoise(run.largest))) +
+                   1),
           equalOver(static_cast<std::int32_t>(256.0 * (0.6 * run.largest + 5.0))) {}
 
     // Lane i takes entry offset + i.
@@ -197,6 +200,9 @@ class ThickPlot {
 
     // Beyond it a dab touches nothing.
     Ints touchingBound() const { return lanes::all(reachOver); }
+    // Along a straight line, away from a dab that is nearer, none touches behind one beyond it:
+    // distances rise there but for the noise of either of two dabs.
+    Ints pastTouchingBound() const { return lanes::all(pastOver); }
     // Of dabs of one radius, of which `least` is the nearest: beyond it none gives more coverage.
     // Of those that plot a pixel inside them the nearest gives the most. But another may have it
     // interior, being up to 0.6 r + 5 farther: that takes a whole pixel to the circle along an
@@ -243,6 +249,7 @@ class ThickPlot {
     const std::int32_t canvasWidth;
     const std::int32_t reachOver;   // beyond it a dab touches nothing
     const std::int32_t insideOver;  // up to it a pixel is a pixel or more inside
+    const std::int32_t pastOver;    // see pastTouchingBound
     const std::int32_t equalOver;   // see equalBound
 };
 

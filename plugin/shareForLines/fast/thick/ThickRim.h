@@ -131,7 +131,7 @@ class ThickRim {
                 places[i] = e.at[i];
                 e.at[i] = &values[i];
             }
-            merges.template replay<true>(e, e.active);
+            merges.template replay<true>(e, e.active, false);
             for (unsigned rest = e.active; rest != 0; rest &= rest - 1) {
                 const int i = std::countr_zero(rest);
                 kept.push_back({places[i], values[i]});
@@ -213,16 +213,16 @@ class ThickRim {
             }
         }
         if (manner.hollow) {
-            mergeAny<true>(e, plain, others);
+            mergeAny<true>(e, plain, others, core);
         } else {
-            mergeAny<false>(e, plain, others);
+            mergeAny<false>(e, plain, others, core);
         }
     }
 
     template <bool kHollow>
-    void mergeAny(const Eight& e, unsigned plain, unsigned others) {
-        if (plain != 0 && byMerges()) merges.template raise<kHollow>(e, plain);
-        if (others != 0) merges.template replay<kHollow>(e, others);
+    void mergeAny(const Eight& e, unsigned plain, unsigned others, unsigned core) {
+        if (plain != 0 && byMerges()) merges.template raise<kHollow>(e, plain, (plain & ~core) == 0);
+        if (others != 0) merges.template replay<kHollow>(e, others, (others & ~core) == 0);
     }
 
     bool byMerges() const { return merges.isVaried() || manner.open; }

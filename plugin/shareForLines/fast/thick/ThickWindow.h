@@ -82,6 +82,7 @@ class ThickWindow {
     bool isBounded() const { return slack != kLimitless; }
     // All that may touch the eight places.
     const Offsets& offsets() const { return all; }
+    bool has(std::int32_t offset) const { return all.low <= offset && offset <= all.high; }
 
     // Walks these offsets both ways from the guess, where the foot was found last, until none can
     // matter any more, and moves the guess; `look(offset)` gives the lanes' squared distance less
