@@ -90,6 +90,12 @@ struct ByteTable {
     }
 };
 
+// The bytes at these places; three behind each may be read as well.
+inline Ints byteAt(const std::uint8_t* bytes, Ints place) {
+    return ints(_mm256_i32gather_epi32(reinterpret_cast<const int*>(bytes), raw(place), 1)) &
+           all(0xFF);
+}
+
 }  // namespace streakfall::lanes
 
 #include "shareForLines/simd/End.h"

@@ -18,16 +18,18 @@ class CoverageTables {
     // Forgets all tables; the next dab is the first of at most kDabs.
     void clear() { count = 0; }
 
-    // The table of the next dab, good until clear().
-    const std::uint8_t* of(double radius) {
+    // Where the table of the next dab begins in bytes(), good until clear().
+    std::int32_t of(double radius) {
         if (count == 0 || !sameCoverage(last, radius)) {
             CoverageBlend weights;
             setCoverageBlend(weights, radius);
             avx2::coverageTable(weights, tables[static_cast<std::size_t>(count++)].data());
         }
         last = radius;
-        return tables[static_cast<std::size_t>(count - 1)].data();
+        return (count - 1) * kCoverageColumns;
     }
+    // All tables, one behind the other, and some bytes that may be read behind the last one.
+    const std::uint8_t* bytes() const { return tables[0].data(); }
 
   private:
     // From the last row on all radii share one coverage.
@@ -37,7 +39,7 @@ class CoverageTables {
 
     std::int32_t count = 0;
     double last = 0;  // radius of the last dab
-    alignas(32) std::array<CoverageByColumn, kDabs> tables;
+    alignas(32) std::array<CoverageByColumn, kDabs + 1> tables;
 };
 
 }  // namespace streakfall

@@ -77,6 +77,9 @@ class ThickDabs {
     alignas(32) PerEntry<std::int32_t> limit;
     // Table column of a pixel, in 4096ths: (squared distance - limit) x scale + base.
     alignas(32) PerEntry<float> columnScale, columnBase;
+    // Where its coverage by column begins in coverages(), in bytes.
+    alignas(32) PerEntry<std::int32_t> coverage;
+    const std::uint8_t* coverages() const { return tables.bytes(); }
     // Of arcs: first and last column or row, two halves of 16 bits, from the origin. Minor arcs
     // straddle the circle along the minor axis and are told by their major coordinates; "far" is
     // the side of greater minor coordinates. Major arcs the other way round.
@@ -89,7 +92,6 @@ class ThickDabs {
     PerEntry<float> major, minor, radius;      // rounded; pixels from the origin
     PerEntry<double> exactRadius, twinRadius;  // of the first and the last dab of the entry
     PerEntry<std::uint8_t> times;              // dabs on one spot, but for rounding: 1 or more
-    PerEntry<const std::uint8_t*> coverage;    // by column
 
   private:
     static constexpr std::int32_t kNoPixel = 1;  // pixels lie at whole sixteens

@@ -192,14 +192,19 @@ class ThickMerge {
     }
 
     // The largest alphas, as payloads, of lanes that moveInside found inside. Squared distances rise
-    // from there on but for noise, so that none touches behind one that is far enough off.
+    // from there on but for noise, so that behind one that is far enough off none touches, or none
+    // gives more than a third of its alpha.
     Ints mostAlphaFromInside(const Eight& e, Ints wanted) {
         Ints best = wanted & lanes::load(&dabs.alpha[ThickDabs::at(inside)]);
         if (!varied) return best;
         const std::int32_t out = highAtEnd ? 1 : -1;
+        const Channel least =
+            alphaOf(dabs.alpha[ThickDabs::at(highAtEnd ? inside : inside + kCount - 1)]);
+        const Ints bound = highestAlpha(window.offsets()) / 3 <= least ? plot.pastFaintBound()
+                                                                       : plot.pastTouchingBound();
         for (std::int32_t k = inside + out; window.has(k); k += out) {
             const Cover c = plot.coverOf<false>(e, k);
-            if (!any((c.over <= plot.pastTouchingBound()) & wanted)) break;
+            if (!any((c.over <= bound) & wanted)) break;
             const Ints alpha = lanes::load(&dabs.alpha[ThickDabs::at(k)]);
             best = most(best, ints(eight.covered(raw(most(c.coverage, c.twin)), raw(alpha))));
         }

@@ -24,6 +24,10 @@ using namespace lanes;
 inline double centreNoise(double radius) { return 0.177 * (radius + 1.0); }
 inline double bowNoise(double radius) { return 2.0 * kRampBow * radius * radius; }
 
+// Pixels outside of a circle from where on a dab gives less than a third of its alpha: from column
+// 20 of the table on (a test holds it).
+inline constexpr double kFaint = 0.25;
+
 inline constexpr std::int32_t kInside = avx2::kInterior;
 inline constexpr std::int32_t kLimitless = 1 << 30;  // farther than any pixel
 
@@ -58,9 +62,10 @@ class ThickPlot {
           reachOver(static_cast<std::int32_t>(256.0 * 2.0 * kNoCoverage * run.largest) + 1),
           insideOver(-static_cast<std::int32_t>(
               256.0 * (2.0 * run.largest + centreNoise(run.largest) + bowNoise(run.largest)))),
-          pastOver(reachOver + static_cast<std::int32_t>(256.0 * (centreNoise(run.largest) +
-                                                                  2.0 * bowNoise(run.largest))) +
-                   1),
+          noiseOver(static_cast<std::int32_t>(
+                        256.0 * (centreNoise(run.largest) + 2.0 * bowNoise(run.largest))) +
+                    1),
+          faintOver(static_cast<std::int32_t>(256.0 * 2.0 * kFaint * run.largest) + 1),
           equalOver(static_cast<std::int32_t>(256.0 * (0.6 * run.largest + 5.0))) {}
 
     // Lane i takes entry offset + i.
@@ -188,7 +193,7 @@ class ThickPlot {
             }
             column = lanes::load(columns);
         }
-        return ByteTable(dabs.coverage[entry])[column];
+        return ByteTable(dabs.coverages() + dabs.coverage[entry])[column];
     }
 
     // Moves both ends of the offsets up to entries that touch one of these lanes.
@@ -202,7 +207,9 @@ class ThickPlot {
     Ints touchingBound() const { return lanes::all(reachOver); }
     // Along a straight line, away from a dab that is nearer, none touches behind one beyond it:
     // distances rise there but for the noise of either of two dabs.
-    Ints pastTouchingBound() const { return lanes::all(pastOver); }
+    Ints pastTouchingBound() const { return lanes::all(reachOver + noiseOver); }
+    // The same for coverages above a third.
+    Ints pastFaintBound() const { return lanes::all(faintOver + noiseOver); }
     // Of dabs of one radius, of which `least` is the nearest: beyond it none gives more coverage.
     // Of those that plot a pixel inside them the nearest gives the most. But another may have it
     // interior, being up to 0.6 r + 5 farther: that takes a whole pixel to the circle along an
@@ -237,19 +244,17 @@ class ThickPlot {
     // Coverage by column, each lane of its own entry.
     Ints lookUp(std::size_t k, Ints column) const {
         if (dabs.coverage[k] == dabs.coverage[k + kCount - 1]) {
-            return ByteTable(dabs.coverage[k])[column];
+            return ByteTable(dabs.coverages() + dabs.coverage[k])[column];
         }
-        alignas(32) std::int32_t columns[kCount];
-        lanes::store(columns, column);
-        for (std::size_t i = 0; i < kCount; ++i) columns[i] = dabs.coverage[k + i][columns[i]];
-        return lanes::load(columns);
+        return byteAt(dabs.coverages(), lanes::load(&dabs.coverage[k]) + column);
     }
 
     ThickDabs& dabs;
     const std::int32_t canvasWidth;
     const std::int32_t reachOver;   // beyond it a dab touches nothing
     const std::int32_t insideOver;  // up to it a pixel is a pixel or more inside
-    const std::int32_t pastOver;    // see pastTouchingBound
+    const std::int32_t noiseOver;   // between distances from two dabs, see centreNoise
+    const std::int32_t faintOver;   // beyond it a dab gives less than a third of its alpha
     const std::int32_t equalOver;   // see equalBound
 };
 
