@@ -113,13 +113,27 @@ Spans spansOf(const Samples& samples, std::int32_t row) {
     return {ceilOf(left / cell), floorOf((right - (cell - 1.0f)) / cell)};
 }
 
+// The first square from c to `to` that a later line than the current one hides, or does not; behind
+// `to` where there is none.
+template <bool kHidden>
+std::int32_t firstCell(const std::uint32_t* cells, std::int32_t c, std::int32_t to,
+                       std::uint32_t current) {
+    const Ints now = lanes::all(static_cast<std::int32_t>(current));
+    for (; c <= to; c += kCount) {
+        const Ints eight = lanes::load(reinterpret_cast<const std::int32_t*>(cells + c));
+        const unsigned hidden = bits(eight > now), wanted = kHidden ? hidden : ~hidden & 0xFF;
+        if (wanted != 0) return std::min(c + std::countr_zero(wanted), to + 1);
+    }
+    return to + 1;
+}
+
 }  // namespace
 
 void WhatShows::start(std::int32_t width, std::int32_t height) {
     columns = static_cast<std::size_t>((width + kCell - 1) / kCell);
     rows = static_cast<std::size_t>((height + kCell - 1) / kCell);
     current = added = 0;
-    last.assign(columns * rows, 0);
+    last.assign(columns * rows + lanes::kCount, 0);  // eight squares may be read from any
 }
 
 void WhatShows::add(StrokeForm& stroke, const LineRecord& line) {
@@ -245,13 +259,11 @@ bool WhatShows::hidesRow(std::int32_t from, std::int32_t to, std::int32_t y) con
 bool WhatShows::nextShown(std::int32_t& from, std::int32_t to, std::int32_t y,
                           std::int32_t& end) const {
     const std::uint32_t* cell = cells(y);
-    std::int32_t c = from / kCell;
     const std::int32_t lastCell = to / kCell;
-    while (c <= lastCell && cell[c] > current) ++c;
-    if (c > lastCell) return false;
-    from = std::max(from, c * kCell);
-    while (c <= lastCell && cell[c] <= current) ++c;
-    end = std::min(to, c * kCell - 1);
+    const std::int32_t shown = firstCell<false>(cell, from / kCell, lastCell, current);
+    if (shown > lastCell) return false;
+    from = std::max(from, shown * kCell);
+    end = std::min(to, firstCell<true>(cell, shown + 1, lastCell, current) * kCell - 1);
     return true;
 }
 

@@ -1,50 +1,50 @@
 #include "shareForLines/fast/thick/ThickStroke.h"
 
-#include "shareForLines/fast/WholeRows.h"
 #include "shareForLines/simd/Begin.h"
 
 namespace streakfall {
 
 // True when every pixel that the run may touch is plain for the pen.
 template <class Depth>
-bool ThickStroke<Depth>::isPlainEverywhere(const Run& run, const Pixel& pen) const {
-    const ThickDabs& dabs = run.dabs;
-    const Range places = run.bounds.places();
-    for (std::int32_t p = places.from; p <= places.to; ++p) {
-        const Range reach = run.bounds.reachAt(p);
-        if (run.isSteep()) {
-            const Range columns{reach.from + dabs.originMinor, reach.to + dabs.originMinor};
-            if (!arePlain<Depth>(canvas, pen, columns, p + dabs.originMajor)) return false;
-            continue;
+bool ThickStroke<Depth>::isPlainEverywhere(const Run& run, const Rows& rows) const {
+    const std::int32_t major = run.dabs.originMajor, minor = run.dabs.originMinor;
+    const ThickBounds& bounds = run.bounds;
+    const auto [from, to] = bounds.places();
+    std::int32_t p = from;
+    for (; !run.isSteep() && p + lanes::kCount - 1 <= to; p += lanes::kCount) {
+        const auto i = static_cast<std::size_t>(p - from);
+        if (!rows.arePlainColumns(p + major, lanes::load(&bounds.reachFrom[i]) + minor,
+                                  lanes::load(&bounds.reachTo[i]) + minor)) {
+            return false;
         }
-        for (std::int32_t m = reach.from; m <= reach.to; ++m) {
-            if (!isPlain<Depth>(canvas.row<Depth>(m + dabs.originMinor)[p + dabs.originMajor],
-                                pen)) {
-                return false;
-            }
+    }
+    for (; p <= to; ++p) {
+        const Range reach = bounds.reachAt(p), across{reach.from + minor, reach.to + minor};
+        if (!(run.isSteep() ? rows.isPlainRow(across, p + major)
+                            : rows.isPlainColumn(p + major, across))) {
+            return false;
         }
     }
     return true;
 }
 
 template <class Depth>
-void ThickStroke<Depth>::paintSteepCore(const Run& run, const Pixel& pen) const {
+void ThickStroke<Depth>::paintSteepCore(const Run& run, const Rows& rows) const {
     const ThickDabs& dabs = run.dabs;
     const Range places = run.bounds.places();
     for (std::int32_t p = places.from; p <= places.to; ++p) {
         const Range core = run.bounds.coreAt(p);
-        mergeWholeRow<Depth>(canvas, shows, pen,
-                             {core.from + dabs.originMinor, core.to + dabs.originMinor},
-                             p + dabs.originMajor);
+        rows.paint({core.from + dabs.originMinor, core.to + dabs.originMinor},
+                   p + dabs.originMajor);
     }
 }
 
 // Along x the core is known by columns; each row is filled from where it enters the core to where
 // it leaves it.
 template <class Depth>
-void ThickStroke<Depth>::paintCore(const Run& run, const Pixel& pen) {
+void ThickStroke<Depth>::paintCore(const Run& run, const Rows& rows) {
     if (run.isSteep()) {
-        paintSteepCore(run, pen);
+        paintSteepCore(run, rows);
         return;
     }
     const ThickDabs& dabs = run.dabs;
@@ -54,9 +54,7 @@ void ThickStroke<Depth>::paintCore(const Run& run, const Pixel& pen) {
     const auto leave = [&](std::int32_t from, std::int32_t to, std::int32_t place) {
         for (std::int32_t m = from; m <= to; ++m) {
             const std::int32_t y = m + dabs.originMinor;
-            mergeWholeRow<Depth>(
-                canvas, shows, pen,
-                {entered[static_cast<std::size_t>(y)], place - 1 + dabs.originMajor}, y);
+            rows.paint({entered[static_cast<std::size_t>(y)], place - 1 + dabs.originMajor}, y);
         }
     };
     const auto enter = [&](std::int32_t from, std::int32_t to, std::int32_t place) {
@@ -104,12 +102,13 @@ void ThickStroke<Depth>::endRun(const Pixel& pen) {
     run.place(canvas);
     Pixel own = pen;
     own.alpha = run.highestAlpha();
+    const Rows rows(canvas, shows, own);
     const bool hollow = run.dabs.anyHollow;
     // Whether the core is looked at pixel by pixel as well.
     const bool whole = run.rises() != 0 || (hollow && open.all()) ||
-                       (own.alpha != Depth::kWhite && !isPlainEverywhere(run, own));
+                       (own.alpha != Depth::kWhite && !isPlainEverywhere(run, rows));
     if (!whole && !(hollow && !open.empty())) {
-        paintCore(run, own);
+        paintCore(run, rows);
         paintBefore(pen);
         std::swap(now, before);
         return;
@@ -121,7 +120,7 @@ void ThickStroke<Depth>::endRun(const Pixel& pen) {
               .hollow = hollow && whole,
               .open = hollow && open.all(),
               .rising = run.rises()});
-    if (!whole) paintCore(run, own);
+    if (!whole) paintCore(run, rows);
     for (const KeptPixel<Depth>& pixel : kept) *pixel.at = pixel.value;
     run.clear();
 }

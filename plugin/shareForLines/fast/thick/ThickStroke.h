@@ -27,6 +27,7 @@
 #include "shareForLines/canvas/CanvasView.h"
 #include "shareForLines/fast/OpenPixels.h"
 #include "shareForLines/fast/WhatShows.h"
+#include "shareForLines/fast/WholeRows.h"
 #include "shareForLines/fast/thick/ThickRim.h"
 #include "shareForLines/fast/thick/ThickRun.h"
 
@@ -63,13 +64,14 @@ class ThickStroke {
 
   private:
     using Run = ThickRun<Depth>;
+    using Rows = WholeRows<Depth>;
 
     void endRun(const Pixel& pen);
     void paintRim(Run& run, const Pixel& pen, const thick::Manner& manner);
     void paintBefore(const Pixel& pen);
-    bool isPlainEverywhere(const Run& run, const Pixel& pen) const;
-    void paintCore(const Run& run, const Pixel& pen);
-    void paintSteepCore(const Run& run, const Pixel& pen) const;
+    bool isPlainEverywhere(const Run& run, const Rows& rows) const;
+    void paintCore(const Run& run, const Rows& rows);
+    void paintSteepCore(const Run& run, const Rows& rows) const;
 
     const CanvasView& canvas;
     const WhatShows& shows;
