@@ -50,6 +50,10 @@ class ThickDabs {
     bool haveOneRadius(std::int32_t from, std::int32_t to) const {
         return changes[at(from)] == changes[at(to)];
     }
+    // True when they share one table of coverages.
+    bool haveOneTable(std::int32_t from, std::int32_t to) const {
+        return coverage[at(from)] == coverage[at(to)];
+    }
     // The first entry whose major coordinate is not below it; end() where there is none.
     std::int32_t entryFrom(std::int32_t place) const {
         const std::int32_t p = place - firstPlace;

@@ -177,6 +177,20 @@ class ThickPlot {
         return open;
     }
 
+    // Of pixels that eight entries plot: the table's column, in 4096ths, good to less than one; it
+    // falls as coverage rises.
+    Ints fineColumns(const Plot& p, std::int32_t offset) const {
+        const std::size_t k = ThickDabs::at(offset);
+        return fineColumns(p.over, lanes::load(&dabs.columnScale[k]),
+                           lanes::load(&dabs.columnBase[k]));
+    }
+    // True where less than one might move it to the next column.
+    static Ints isUnsure(Ints fine) { return ((fine + 1) & 4095) < 3; }
+    // Coverages by such columns in the table of this entry.
+    Ints coverageOf(Ints fine, std::size_t entry) const {
+        return ByteTable(dabs.coverages() + dabs.coverage[entry])[fine >> 12];
+    }
+
     // Of pixels that are plotted, all by dabs of the radius of this entry.
     Ints edgeOf(Ints over, std::size_t entry) const {
         const Ints fine = fineColumns(over, lanes::all(dabs.columnScale[entry]),
@@ -193,7 +207,7 @@ class ThickPlot {
             }
             column = lanes::load(columns);
         }
-        return ByteTable(dabs.coverages() + dabs.coverage[entry])[column];
+        return coverageOf(column << 12, entry);
     }
 
     // Moves both ends of the offsets up to entries that touch one of these lanes.
@@ -234,7 +248,6 @@ class ThickPlot {
         const Floats fine = toFloats(over) * scale + base;
         return rounded(least(most(fine, lanes::all(0.5f * 4096.0f)), lanes::all(31.5f * 4096.0f)));
     }
-    static Ints isUnsure(Ints fine) { return ((fine + 1) & 4095) < 3; }
 
     // The distance formula as it is defined, on a sum that is exact.
     static std::int32_t exactColumn(std::int32_t over, std::int32_t limit, double r) {

@@ -253,6 +253,23 @@ class ThickRim {
                                   std::min(o.high + kCount - 1, dabs.end() - 1));
     }
 
+    // Of entries that share a table: the least column in which one plots a lane, which tells the
+    // largest coverage unless it is too near to the next one.
+    struct OneTable {
+        Ints column, interior;
+
+        __attribute__((always_inline)) void add(const Plot& p, Ints fine) {
+            column = lanes::least(column, where(p.plotted, fine, lanes::all(kLimitless)));
+            interior |= p.inside & ~p.plotted;
+        }
+        Ints isPlotted() const { return (column < lanes::all(kLimitless)) & ~interior; }
+        bool isSure() const { return !any(ThickPlot::isUnsure(column) & isPlotted()); }
+    };
+    Ints coverageOf(const OneTable& found, std::int32_t entry) const {
+        const Ints edge = plot.coverageOf(found.column, ThickDabs::at(entry));
+        return where(found.interior, lanes::all(kInside), edge & found.isPlotted());
+    }
+
     // The largest coverage of any entry, by lane, on any path. Where all have one radius only those
     // count that are about as near as the nearest.
     Ints largestOfAll(const Eight& e) {
@@ -297,6 +314,16 @@ class ThickRim {
                 });
             guess = foot;
             if (complete) return coverageOf(found, foot);
+        }
+        const std::int32_t first = std::max(all.low, dabs.begin());
+        if (dabs.haveOneTable(first, std::min(all.high + kCount - 1, dabs.end() - 1))) {
+            OneTable found{lanes::all(kLimitless), lanes::all(0)};
+            window.scan(guess, all, [&](std::int32_t offset) {
+                const Plot p = plot.plotOf(e, offset);
+                found.add(p, plot.fineColumns(p, offset));
+                return p.over;
+            });
+            if (found.isSure()) return coverageOf(found, first);
         }
         Ints largest = lanes::all(0);
         window.scan(guess, all, [&](std::int32_t offset) {
