@@ -4,6 +4,7 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 
 #include "shareForLines/canvas/CanvasView.h"
 #include "shareForLines/disc/Range.h"
@@ -67,6 +68,43 @@ class WholeRows {
         return true;
     }
 
+    // Of these columns of row y, all on the canvas, those from the first to the last that paint of
+    // the pen, at its alpha or less, may change.
+    Range undone(Range columns, std::int32_t y) const {
+        const Pixel* row = canvas.row<Depth>(y);
+        constexpr std::int32_t kLast = lanes::kCount - 1;
+        while (columns.from + kLast <= columns.to) {
+            const unsigned left = ~doneAt(row + columns.from) & 0xFF;
+            columns.from += std::min(std::countr_zero(left), lanes::kCount);
+            if (left != 0) break;
+        }
+        while (columns.from + kLast <= columns.to) {
+            const unsigned left = ~doneAt(row + columns.to - kLast) & 0xFF;
+            columns.to -= std::min(std::countl_zero(left << 24), lanes::kCount);
+            if (left != 0) break;
+        }
+        return columns;
+    }
+
+    // The same for eight columns from x on, all on the canvas, each between two rows of its own.
+    void leaveOutDone(std::int32_t x, lanes::Ints& from, lanes::Ints& to) const {
+        std::int32_t first = canvas.height, last = -1;
+        for (std::int32_t i = 0; i < lanes::kCount; ++i) {
+            if (from[i] > to[i]) continue;
+            first = std::min(first, from[i]);
+            last = std::max(last, to[i]);
+        }
+        const auto isDone = [&](std::int32_t y) {
+            const lanes::Ints at = lanes::all(y);
+            const lanes::Ints outside = (at < from) | (at > to);
+            return (doneAt(canvas.row<Depth>(y) + x) | lanes::bits(outside)) == 0xFF;
+        };
+        while (first <= last && isDone(first)) ++first;
+        while (first <= last && isDone(last)) --last;
+        from = lanes::most(from, lanes::all(first));
+        to = lanes::least(to, lanes::all(last));
+    }
+
     // Merges the pen into these columns of row y as far as they are on the canvas; all pixels are
     // plain. At white they may hold anything, and those that do not show are left out.
     void paint(const Range& columns, std::int32_t y) const {
@@ -85,6 +123,11 @@ class WholeRows {
     }
 
   private:
+    // Bits for those of eight pixels that are done.
+    unsigned doneAt(const Pixel* pixels) const {
+        return lanes::bits(lanes::ints(eight.isDone(eight.load(pixels))));
+    }
+
     Range onCanvas(const Range& columns) const {
         return {std::max(columns.from, 0), std::min(columns.to, canvas.width - 1)};
     }

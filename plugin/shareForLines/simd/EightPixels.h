@@ -102,6 +102,12 @@ struct EightPixels<Depth8> {
             _mm256_and_si256(near, _mm256_cmpgt_epi32(left, _mm256_set1_epi32(255))));
     }
 
+    __m256i isDone(const Pixels& p) const {
+        const __m256i alpha = _mm256_and_si256(p, _mm256_set1_epi32(0xFF));
+        const __m256i less = _mm256_cmpgt_epi32(_mm256_set1_epi32(pen.alpha), alpha);
+        return _mm256_andnot_si256(less, rests(p, pen.alpha));
+    }
+
     Pixels rested(Pixels p) const {
         const __m256i below = _mm256_subs_epu8(color, p);
         const __m256i rgb = _mm256_sub_epi8(color, _mm256_min_epu8(below, _mm256_set1_epi8(1)));
@@ -271,6 +277,12 @@ struct EightPixels<Depth16> {
             _mm256_and_si256(near, _mm256_cmpgt_epi32(left, _mm256_set1_epi32(32767)))));
     }
 
+    __m256i isDone(const Pixels& p) const {
+        const __m256i alpha = ordered(lowWords(p.alphaRed));
+        const __m256i less = _mm256_cmpgt_epi32(_mm256_set1_epi32(pen.alpha), alpha);
+        return _mm256_andnot_si256(less, rests(p, pen.alpha));
+    }
+
     Pixels rested(const Pixels& p) const {
         return {_mm256_or_si256(stepBelow(red, p.alphaRed), lowWords(p.alphaRed)),
                 stepBelow(greenBlue, p.greenBlue)};
@@ -379,6 +391,14 @@ struct EightPixels<DepthFloat> {
             equal(penLanes(pen.blue), p.blue));
         return _mm256_permutevar8x32_epi32(_mm256_castps_si256(same),
                                            _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
+    }
+
+    __m256i isDone(const Pixels& p) const {
+        const __m256 enough = _mm256_cmp_ps(p.alpha, penLanes(pen.alpha), _CMP_GE_OQ);
+        return _mm256_and_si256(
+            _mm256_permutevar8x32_epi32(_mm256_castps_si256(enough),
+                                        _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)),
+            rests(p, pen.alpha));
     }
 
     __attribute__((always_inline)) bool merge(Pixels& p, Alphas a) const {

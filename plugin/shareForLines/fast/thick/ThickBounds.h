@@ -13,6 +13,7 @@
 // Needs a processor with AVX2. Owner: the painter of thick strokes.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -35,6 +36,15 @@ class ThickBounds {
     // nothing is. Core: inside some dab; empty, from > to, where that is not sure.
     Range reachAt(std::int32_t place) const { return at(reachFrom, reachTo, place); }
     Range coreAt(std::int32_t place) const { return at(coreFrom, coreTo, place); }
+
+    // Limits what a place reaches.
+    void limit(std::int32_t place, const Range& to) {
+        const auto i = static_cast<std::size_t>(place - all.from);
+        reachFrom[i] = to.from;
+        reachTo[i] = to.to;
+        coreFrom[i] = std::max(coreFrom[i], to.from);
+        coreTo[i] = std::min(coreTo[i], to.to);
+    }
 
     using PerPlace = std::array<std::int32_t, kMaxPlaces + 8>;
     alignas(32) PerPlace reachFrom, reachTo, coreFrom, coreTo;  // by place less places().from

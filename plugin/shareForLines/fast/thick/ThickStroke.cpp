@@ -4,6 +4,35 @@
 
 namespace streakfall {
 
+// Limits the run's bounds to what its paint may change. False when that is nothing.
+template <class Depth>
+bool ThickStroke<Depth>::leaveOutDone(Run& run, const Rows& rows) const {
+    const std::int32_t major = run.dabs.originMajor, minor = run.dabs.originMinor;
+    ThickBounds& bounds = run.bounds;
+    const auto [from, to] = bounds.places();
+    std::int32_t p = from;
+    bool any = false;
+    for (; !run.isSteep() && p + lanes::kCount - 1 <= to; p += lanes::kCount) {
+        const auto i = static_cast<std::size_t>(p - from);
+        lanes::Ints first = lanes::load(&bounds.reachFrom[i]) + minor;
+        lanes::Ints last = lanes::load(&bounds.reachTo[i]) + minor;
+        rows.leaveOutDone(p + major, first, last);
+        for (std::int32_t n = 0; n < lanes::kCount; ++n) {
+            bounds.limit(p + n, {first[n] - minor, last[n] - minor});
+            any = any || first[n] <= last[n];
+        }
+    }
+    for (; p <= to; ++p) {
+        const Range reach = bounds.reachAt(p);
+        if (run.isSteep() && !reach.empty()) {
+            const Range left = rows.undone({reach.from + minor, reach.to + minor}, p + major);
+            bounds.limit(p, {left.from - minor, left.to - minor});
+        }
+        any = any || !bounds.reachAt(p).empty();
+    }
+    return any;
+}
+
 // True when every pixel that the run may touch is plain for the pen.
 template <class Depth>
 bool ThickStroke<Depth>::isPlainEverywhere(const Run& run, const Rows& rows) const {
@@ -103,6 +132,11 @@ void ThickStroke<Depth>::endRun(const Pixel& pen) {
     Pixel own = pen;
     own.alpha = run.highestAlpha();
     const Rows rows(canvas, shows, own);
+    // Opaque straight lines seldom come to pixels of their own colour, and have few to look at.
+    if ((!straight || own.alpha != Depth::kWhite) && !leaveOutDone(run, rows)) {
+        run.clear();
+        return;
+    }
     const bool hollow = run.dabs.anyHollow;
     // Whether the core is looked at pixel by pixel as well.
     const bool whole = run.rises() != 0 || (hollow && open.all()) ||

@@ -69,6 +69,7 @@ class ThickStroke {
     void endRun(const Pixel& pen);
     void paintRim(Run& run, const Pixel& pen, const thick::Manner& manner);
     void paintBefore(const Pixel& pen);
+    bool leaveOutDone(Run& run, const Rows& rows) const;
     bool isPlainEverywhere(const Run& run, const Rows& rows) const;
     void paintCore(const Run& run, const Rows& rows);
     void paintSteepCore(const Run& run, const Rows& rows) const;
