@@ -31,6 +31,7 @@ TEST(CoverageTable, FallsFromFullToNone) {
         for (int c = 1; c < kCoverageColumns; ++c) {
             EXPECT_LE(EdgeCoverageTable[row][c], EdgeCoverageTable[row][c - 1]) << row << " " << c;
         }
+        EXPECT_LT(3 * EdgeCoverageTable[row][coverageColumn(kFaint)], 255);
     }
 }
 

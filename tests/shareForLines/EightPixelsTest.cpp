@@ -13,6 +13,7 @@
 #include "shareForLines/fast/OrderOfPaint.h"
 #include "shareForLines/simd/EightPixels.h"
 #include "shareForLines/simd/InstructionSet.h"
+#include "shareForLines/simd/Lanes.h"
 
 namespace streakfall {
 namespace {
@@ -26,6 +27,13 @@ __attribute__((noinline)) void restRow(typename Depth::Pixel* row,
                                        const typename Depth::Pixel& pen) {
     const avx2::EightPixels<Depth> eight(pen);
     eight.store(row, eight.rested(eight.load(row)));
+}
+
+template <class Depth>
+__attribute__((noinline)) unsigned doneOf(const typename Depth::Pixel* row,
+                                          const typename Depth::Pixel& pen) {
+    const avx2::EightPixels<Depth> eight(pen);
+    return lanes::bits(lanes::ints(eight.isDone(eight.load(row))));
 }
 
 // Merges eight pixels, by coverage, again as long as it says that this could change one.
@@ -156,6 +164,44 @@ TYPED_TEST(EightPixels, RandomPixels) {
                                                       : below(256);
         }
         ASSERT_TRUE(this->agree(row, count, pen, coverage, 1 + below(3))) << "round " << n;
+    }
+}
+
+// Those that have the pen's colour or lie a step off, at any alpha; no paint may change one that is
+// done, and one that holds the pen is.
+TYPED_TEST(EightPixels, DoneOnesStay) {
+    using P = typename TypeParam::Pixel;
+    using Channel = typename TypeParam::Channel;
+    const auto any = [] { return anyPenAlpha<TypeParam>(); };
+    const auto near = [](Channel c) {
+        const bool above = c < TypeParam::kWhite && below(8) == 0;
+        return static_cast<Channel>(above ? c + 1 : c > 0 && below(3) == 0 ? c - 1 : c);
+    };
+    int done = 0;
+    for (int n = 0; n < 100000; ++n) {
+        const P pen{any(), any(), any(), any()};
+        if (!insideGivesMost<TypeParam>(pen)) continue;
+        P row[kCount];
+        for (P& p : row) {
+            p = {below(2) == 0 ? pen.alpha : any(), near(pen.red), near(pen.green), near(pen.blue)};
+        }
+        const unsigned bits = doneOf<TypeParam>(row, pen);
+        for (int i = 0; i < kCount; ++i) {
+            const P& p = row[i];
+            const bool same = p.red == pen.red && p.green == pen.green && p.blue == pen.blue;
+            ASSERT_TRUE((bits >> i & 1) != 0 || !same || p.alpha < pen.alpha) << "round " << n;
+            if ((bits >> i & 1) == 0) continue;
+            done += !same;
+            P after = p;
+            mergePixel<TypeParam>(after, pen, pen.alpha);
+            for (int times = 0; times < 4; ++times) {
+                mergePixel<TypeParam>(after, pen, TypeParam::coverAlpha(pen.alpha, below(256)));
+            }
+            ASSERT_EQ(std::memcmp(&after, &p, sizeof p), 0) << "round " << n;
+        }
+    }
+    if constexpr (!std::is_same_v<TypeParam, DepthFloat>) {
+        EXPECT_GT(done, 1000);  // a step off
     }
 }
 

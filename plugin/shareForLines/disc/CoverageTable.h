@@ -56,6 +56,8 @@ inline std::int32_t coverageColumn(double d) {
 
 // From this signed distance on the coverage is that of the last column, 0 in every row.
 inline constexpr double kNoCoverage = (kCoverageColumns - 1.5) / 16.0 - 1.0;
+// And from this one on below a third of 255.
+inline constexpr double kFaint = 0.25;
 
 // Coverage 0 to 255 at signed distance d.
 inline std::int32_t coverageAt(const CoverageBlend& weights, double d) {

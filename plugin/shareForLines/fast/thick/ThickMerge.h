@@ -191,9 +191,9 @@ class ThickMerge {
         return true;
     }
 
-    // The largest alphas, as payloads, of lanes that moveInside found inside. Squared distances rise
-    // from there on but for noise, so that behind one that is far enough off none touches, or none
-    // gives more than a third of its alpha.
+    // The largest alphas, as payloads, of lanes that moveInside found inside. Squared distances
+    // rise from there on but for noise, so that behind one that is far enough off none touches, or
+    // none gives more than a third of its alpha.
     Ints mostAlphaFromInside(const Eight& e, Ints wanted) {
         Ints best = wanted & lanes::load(&dabs.alpha[ThickDabs::at(inside)]);
         if (!varied) return best;
@@ -322,7 +322,7 @@ class ThickMerge {
     const Pixel& pen;
     const avx2::EightPixels<Depth> eight;
     const bool varied;
-    const bool highAtEnd;  // alphas rise with the entries
+    const bool highAtEnd;     // alphas rise with the entries
     std::int32_t inside = 0;  // offset whose entries had lanes inside last
 };
 

@@ -24,10 +24,6 @@ using namespace lanes;
 inline double centreNoise(double radius) { return 0.177 * (radius + 1.0); }
 inline double bowNoise(double radius) { return 2.0 * kRampBow * radius * radius; }
 
-// Pixels outside of a circle from where on a dab gives less than a third of its alpha: from column
-// 20 of the table on (a test holds it).
-inline constexpr double kFaint = 0.25;
-
 inline constexpr std::int32_t kInside = avx2::kInterior;
 inline constexpr std::int32_t kLimitless = 1 << 30;  // farther than any pixel
 

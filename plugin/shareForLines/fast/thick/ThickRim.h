@@ -221,7 +221,8 @@ class ThickRim {
 
     template <bool kHollow>
     void mergeAny(const Eight& e, unsigned plain, unsigned others, unsigned core) {
-        if (plain != 0 && byMerges()) merges.template raise<kHollow>(e, plain, (plain & ~core) == 0);
+        if (plain != 0 && byMerges())
+            merges.template raise<kHollow>(e, plain, (plain & ~core) == 0);
         if (others != 0) merges.template replay<kHollow>(e, others, (others & ~core) == 0);
     }
 

@@ -24,8 +24,8 @@ class ThickRun {
 
     bool empty() const { return count == 0; }
     void clear() { count = 0; }
-    // Adds a dab. `straightLine`: no wave. False when it cannot go into this run; an empty one takes
-    // any.
+    // Adds a dab. `straightLine`: no wave. False when it cannot go into this run; an empty one
+    // takes any.
     bool add(const Dab& dab, Channel alpha, bool straightLine);
 
     std::span<const Dab> held() const { return {all.data(), static_cast<std::size_t>(count)}; }

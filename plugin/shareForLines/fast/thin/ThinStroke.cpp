@@ -246,7 +246,8 @@ void ThinStroke<Depth>::start(const Dab& dab, const Box& box) {
 
 // place: the dab's box in the square.
 template <class Depth>
-inline __attribute__((always_inline)) bool ThinStroke<Depth>::fits(const Dab& dab, const Box& place) const {
+inline __attribute__((always_inline)) bool ThinStroke<Depth>::fits(const Dab& dab,
+                                                                   const Box& place) const {
     return place.isWithin(kReach, kMiddle) && discCount < kDiscs && dabCount < kDabs &&
            (dab.radius < kSteepRadius) == steep;
 }
