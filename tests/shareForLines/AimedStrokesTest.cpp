@@ -1,6 +1,6 @@
 // Strokes aimed at where the quick ways end, each over pixels of any colour and alpha: ramps as
 // steep as the line, and at the start of their curve, which is not concave; the largest radii;
-// single dabs; waves to the ends of the sliders.
+// single dabs; waves to the ends of the sliders; opacity within a dab's reach.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -160,6 +160,32 @@ Aimed wavedRampCase(Chance& chance) {
     return a;
 }
 
+// Opacity that begins to fall on the canvas, or that rises and falls within the reach of a dab; on
+// waves, too, whose runs of dabs are short.
+Aimed opacityCase(Chance& chance) {
+    Aimed a;
+    const bool falls = chance.oneIn(2);
+    const double radius = chance.oneOf({7.0, 20.0, 60.0}) * chance.between(0.8, 1.2);
+    const double length = falls ? chance.between(300, 900) : chance.between(0.1, 3.0) * radius;
+    const double along = chance.between(0, length);
+    aim(chance, a, anyAngle(chance), length, along, radius);
+    a.line.thickness = 2.0 * radius;
+    if (chance.oneIn(2)) a.opacity = 1.0;
+    const double centre = falls ? std::min(chance.between(0.9, 1.1) * along / length, 0.99)
+                                : chance.oneOf({0.999, 0.8, 0.4});
+    const double end = chance.oneOf({0.0, 0.3});
+    WaveTable wave{};
+    wave.amount = chance.oneIn(3) ? 0.0 : chance.between(3, 40);
+    wave.wavelength = chance.between(8, 80);
+    a.setForm = [=](StrokeForm& form) {
+        if (wave.amount != 0.0) waved(wave)(form);
+        form.opacityCenter = centre;
+        form.startOpacity = falls ? 1.0 : 0.0;
+        form.endOpacity = end;
+    };
+    return a;
+}
+
 // Any colours and alphas, those of the pen among them.
 template <class Depth>
 void fillWithNoise(Chance& chance, PaintBox<Depth>& box, const typename Depth::Pixel& pen) {
@@ -226,6 +252,8 @@ TYPED_TEST(AimedStrokes, Waves) { compareAimed<TypeParam>({0, 12}, waveCase); }
 
 TYPED_TEST(AimedStrokes, RampsOnWaves) { compareAimed<TypeParam>({100, 40}, wavedRampCase); }
 
+TYPED_TEST(AimedStrokes, OpacityRamps) { compareAimed<TypeParam>({0, 60}, opacityCase); }
+
 // The nearest dab leaves a corner pixel of a cap that the one before it plots.
 TYPED_TEST(AimedStrokes, CornerOfACap) {
     Aimed a;
@@ -258,6 +286,7 @@ TYPED_TEST(LongAimedStrokes, RampsAsSteepAsTheLine) {
 TYPED_TEST(LongAimedStrokes, LargestRadii) { compareAimed<TypeParam>({1000, 80}, largestCase); }
 TYPED_TEST(LongAimedStrokes, SingleDabs) { compareAimed<TypeParam>({1000, 2000}, dotCase); }
 TYPED_TEST(LongAimedStrokes, Waves) { compareAimed<TypeParam>({1000, 80}, waveCase); }
+TYPED_TEST(LongAimedStrokes, OpacityRamps) { compareAimed<TypeParam>({1000, 400}, opacityCase); }
 TYPED_TEST(LongAimedStrokes, RampsOnWaves) { compareAimed<TypeParam>({1000, 200}, wavedRampCase); }
 
 }  // namespace
