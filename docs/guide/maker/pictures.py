@@ -121,11 +121,21 @@ def differing_part(first, second):
     return count / (first[0] * first[1])
 
 
-def alike(pictures):
-    """The pairs of one strip that do not differ visibly, as sentences."""
+def faults(pictures, source):
+    """What is wrong with the strips, as sentences: two pictures that do not differ visibly, or a
+    last one that is not the first where the strip is said to return."""
     strips = {}
     for key in pictures:
         strips.setdefault(key.rsplit("-", 1)[0], []).append(key)
-    return [f"{a} and {b} show the same: {part:.2%} of their pixels differ"
-            for keys in strips.values() for i, a in enumerate(keys) for b in keys[i + 1:]
-            if (part := differing_part(pictures[a], pictures[b])) < VISIBLE_PART]
+    returning = {f"p{number}" for number, strip in source["controls"].items()
+                 if strip.get("returns")}
+    found = []
+    for strip, keys in strips.items():
+        if strip in returning:
+            first, last = keys[0], keys.pop()
+            if pictures[first] != pictures[last]:
+                found.append(f"{last} is not {first} again")
+        found += [f"{a} and {b} show the same: {part:.2%} of their pixels differ"
+                  for i, a in enumerate(keys) for b in keys[i + 1:]
+                  if (part := differing_part(pictures[a], pictures[b])) < VISIBLE_PART]
+    return found

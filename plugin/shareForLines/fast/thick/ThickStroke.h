@@ -11,7 +11,8 @@
 //    (ArcEnds.h), until its colour rests (EightPixels); from there on the largest alpha counts.
 //  - Hollow dabs leave their middle open, but nearly every pixel inside one of them is painted by
 //    another. The others (OpenPixels) are worked out by their merges.
-//
+//  - A pixel that rests at the run's alpha or more takes nothing from it. Such ones at the ends of a
+//    place are left out of the run beforehand: a tight wave goes over most of its pixels many times.
 //  - Cores are painted before rims: the one of a run before the rim of the run that came before it.
 //    Most of the round end of a run lies in the core of the next one, and what that gives white, or
 //    the alpha that it has where all is plain, needs no merges.
