@@ -22,7 +22,7 @@ class WholeRows {
   public:
     using Pixel = typename Depth::Pixel;
 
-    // All outlive it. linePen: its alpha is above 0.
+    // All outlive it. linePen: insideGivesMost.
     WholeRows(const CanvasView& view, const WhatShows& visible, const Pixel& linePen)
         : canvas(view),
           shows(visible),
@@ -31,7 +31,6 @@ class WholeRows {
           whole(eight.alphas(lanes::raw(lanes::all(avx2::kInterior)))) {}
 
     // True when all pixels of these columns of row y are plain for the pen, which is below white.
-    // For one that holds a NaN none is.
     bool isPlainRow(const Range& columns, std::int32_t y) const {
         const Pixel* row = canvas.row<Depth>(y);
         auto [x, to] = onCanvas(columns);

@@ -14,6 +14,8 @@
 //                    the colour any more, and the alpha is the largest merged: the colour is the
 //                    pen's, or within a step below it in every channel while some weight is left
 //                    to it, whose mixture truncates to what it was
+//   isDone(p)        all ones, in the row's order, where no paint of the pen at alphas up to its
+//                    own changes anything: it rests, and has that alpha or more (insideGivesMost)
 //   rested(p)        not in float: the colours that stay in the end (OrderOfPaint.h, 5.)
 //   mergeSimply(p, a)  not in float: merges the lanes that mix no colours; all ones in the others
 //   where(m, p, q)   not in float: p in lanes of m, else q

@@ -33,7 +33,10 @@ FramePainter<Depth>::FramePainter(DabCanvas& lineCanvas)
 
 template <class Depth>
 typename FramePainter<Depth>::Way FramePainter<Depth>::wayOf(const Dab& dab) const {
-    if (pen.alpha == Depth::kWhite && !dab.hollow && coversCanvas(dab)) return Way::kWhole;
+    if (pen.alpha == Depth::kWhite && isPlain<Depth>(pen, pen) && !dab.hollow &&
+        coversCanvas(dab)) {
+        return Way::kWhole;
+    }
     if (!wide) return Way::kPlain;
     if (dab.radius < kLargeRadius) return Way::kThin;
     return isThick(dab) ? Way::kThick : Way::kPlain;
@@ -41,7 +44,9 @@ typename FramePainter<Depth>::Way FramePainter<Depth>::wayOf(const Dab& dab) con
 
 template <class Depth>
 bool FramePainter<Depth>::isThick(const Dab& dab) const {
-    return hasDirection && insideGivesMost<Depth>(pen) && thick.takes(dab);
+    // A pen that holds a NaN equals no colour, its own neither.
+    return hasDirection && isPlain<Depth>(pen, pen) && insideGivesMost<Depth>(pen) &&
+           thick.takes(dab);
 }
 
 // Inside the dab by more than its edge and the quantised centre may take.

@@ -11,9 +11,9 @@
 //    (ArcEnds.h), until its colour rests (EightPixels); from there on the largest alpha counts.
 //  - Hollow dabs leave their middle open, but nearly every pixel inside one of them is painted by
 //    another. The others (OpenPixels) are worked out by their merges.
-//  - A pixel that rests at the run's alpha or more takes nothing from it. Such ones at the ends of a
-//    place are left out of the run beforehand: a tight wave goes over most of its pixels many times.
-//  - Cores are painted before rims: the one of a run before the rim of the run that came before it.
+//  - A pixel that rests at the run's alpha or more takes nothing from it. Such ones at the ends of
+//    a place are left out beforehand: a tight wave goes over most of its pixels many times.
+//  - Where all dabs of a run paint their core, it is painted before the rim of the run before.
 //    Most of the round end of a run lies in the core of the next one, and what that gives white, or
 //    the alpha that it has where all is plain, needs no merges.
 //
@@ -42,6 +42,8 @@ class ThickStroke {
     // All outlive it. opens: what the line at hand may leave open.
     ThickStroke(const CanvasView& view, const WhatShows& visible, const OpenPixels& opens)
         : canvas(view), shows(visible), open(opens) {}
+    ThickStroke(const ThickStroke&) = delete;  // it points into itself
+    ThickStroke& operator=(const ThickStroke&) = delete;
 
     // Before the first dab of a line. `straightLine`: no wave.
     void start(bool straightLine) {
