@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <functional>
+#include <type_traits>
 
 #include "Chance.h"
 #include "EveryInstructionSet.h"
@@ -22,6 +24,7 @@ constexpr double kEighthTurn = 0.78539816339744828;
 struct Aimed {
     LineRecord line{};
     double opacity = 1.0;
+    bool noColor = false;  // in float a channel holds a NaN
     std::function<void(StrokeForm&)> setForm = [](StrokeForm&) {};
 };
 
@@ -186,6 +189,32 @@ Aimed opacityCase(Chance& chance) {
     return a;
 }
 
+// So few dabs deep inside that their paint barely brings a colour to rest: a merge of about 50 %
+// over as much halves a difference.
+Aimed restCase(Chance& chance) {
+    Aimed a;
+    const double radius = chance.between(60, 200), length = chance.between(4, 60);
+    aim(chance, a, anyAngle(chance), length, chance.between(0, length),
+        radius - chance.between(0, 12));
+    a.line.thickness = 2.0 * radius;
+    a.opacity = chance.between(0.49, 0.53);
+    const double start = chance.between(0.9, 1.0);
+    a.setForm = [=](StrokeForm& form) {
+        form.opacityCenter = 0.999;
+        form.startOpacity = start;
+    };
+    return a;
+}
+
+// A channel of the pen holds no number, and the pen equals no colour, its own neither.
+Aimed noColorCase(Chance& chance) {
+    Aimed a = chance.oneIn(2)   ? dotCase(chance)
+              : chance.oneIn(2) ? waveCase(chance)
+                                : opacityCase(chance);
+    a.noColor = true;
+    return a;
+}
+
 // Any colours and alphas, those of the pen among them.
 template <class Depth>
 void fillWithNoise(Chance& chance, PaintBox<Depth>& box, const typename Depth::Pixel& pen) {
@@ -212,6 +241,10 @@ bool compareStroke(Chance& chance, const Aimed& a, std::uint32_t seed) {
     a.setForm(stroke);
     stroke.thickness = a.line.thickness;
     stroke.pen = penOf<Depth>(90, 31, 200, a.opacity);
+    // The one NaN that arithmetic makes here.
+    if constexpr (std::is_same_v<Depth, DepthFloat>) {
+        if (a.noColor) stroke.pen.red = std::bit_cast<float>(0xFFC00000u);
+    }
     PaintBox<Depth> noise(kWidth, kHeight, 3), plain(kWidth, kHeight, 3);
     fillWithNoise(chance, noise, stroke.pen);
     plain.storage = noise.storage;
@@ -254,6 +287,9 @@ TYPED_TEST(AimedStrokes, RampsOnWaves) { compareAimed<TypeParam>({100, 40}, wave
 
 TYPED_TEST(AimedStrokes, OpacityRamps) { compareAimed<TypeParam>({0, 60}, opacityCase); }
 
+TYPED_TEST(AimedStrokes, ColorsThatBarelyRest) { compareAimed<TypeParam>({0, 60}, restCase); }
+TEST(AimedFloatStrokes, PensWithoutAColor) { compareAimed<DepthFloat>({0, 60}, noColorCase); }
+
 // The nearest dab leaves a corner pixel of a cap that the one before it plots.
 TYPED_TEST(AimedStrokes, CornerOfACap) {
     Aimed a;
@@ -286,6 +322,9 @@ TYPED_TEST(LongAimedStrokes, RampsAsSteepAsTheLine) {
 TYPED_TEST(LongAimedStrokes, LargestRadii) { compareAimed<TypeParam>({1000, 80}, largestCase); }
 TYPED_TEST(LongAimedStrokes, SingleDabs) { compareAimed<TypeParam>({1000, 2000}, dotCase); }
 TYPED_TEST(LongAimedStrokes, Waves) { compareAimed<TypeParam>({1000, 80}, waveCase); }
+TYPED_TEST(LongAimedStrokes, ColorsThatBarelyRest) {
+    compareAimed<TypeParam>({1000, 400}, restCase);
+}
 TYPED_TEST(LongAimedStrokes, OpacityRamps) { compareAimed<TypeParam>({1000, 400}, opacityCase); }
 TYPED_TEST(LongAimedStrokes, RampsOnWaves) { compareAimed<TypeParam>({1000, 200}, wavedRampCase); }
 

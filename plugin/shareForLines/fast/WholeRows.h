@@ -86,7 +86,7 @@ class WholeRows {
     }
 
     // The same for eight columns from x on, all on the canvas, each between two rows of its own.
-    void leaveOutDone(std::int32_t x, lanes::Ints& from, lanes::Ints& to) const {
+    void limitToUndone(std::int32_t x, lanes::Ints& from, lanes::Ints& to) const {
         std::int32_t first = canvas.height, last = -1;
         for (std::int32_t i = 0; i < lanes::kCount; ++i) {
             if (from[i] > to[i]) continue;

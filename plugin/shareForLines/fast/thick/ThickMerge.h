@@ -13,6 +13,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <type_traits>
 
 #include "shareForLines/fast/OrderOfPaint.h"
@@ -70,21 +71,19 @@ class ThickMerge {
     template <bool kHollow>
     void raise(const Eight& e, unsigned which, bool core) {
         const Ints wanted = lanesOf(which);
-        const Ints best = !kHollow && core && moveInside(e, wanted)
-                              ? mostAlphaFromInside(e, wanted)
-                              : mostAlpha<kHollow>(e, wanted, touchingOf(e, which), highAtEnd);
+        const auto deep = !kHollow && core ? deepOffset(e, wanted) : std::nullopt;
+        const Ints best = deep ? mostAlphaFrom(e, wanted, *deep)
+                               : mostAlpha<kHollow>(e, wanted, touchingOf(e, which), highAtEnd);
         forAlphas(which, best, [&](int i, Channel a) { raiseTo<Depth>(*e.at[i], pen, a); });
     }
 
     // Every merge of these lanes in walk order until their colours rest.
     template <bool kHollow>
     void replay(const Eight& e, unsigned which, bool core) {
-        if constexpr (!kHollow) {
-            const Ints wanted = lanesOf(which);
-            if (core && moveInside(e, wanted)) {
-                replayInside(e, which, mostAlphaFromInside(e, wanted));
-                return;
-            }
+        const auto deep = !kHollow && core ? deepOffset(e, lanesOf(which)) : std::nullopt;
+        if (deep) {
+            replayDeep(e, which, *deep);
+            return;
         }
         const Offsets o = touchingOf(e, which);
         replayOf<kHollow>(e, which, o, highestAlpha(o), nullptr);
@@ -142,13 +141,14 @@ class ThickMerge {
         put(e, which, old, best);
     }
 
-    // Likewise of lanes that moveInside found inside, with their largest alphas, as payloads.
-    void replayInside(const Eight& e, unsigned which, Ints best) {
+    // Likewise of lanes deep inside the entries of this offset.
+    void replayDeep(const Eight& e, unsigned which, std::int32_t deep) {
+        const Ints best = mostAlphaFrom(e, lanesOf(which), deep);
         alignas(32) Pixel old[kCount] = {};
         fetch(e, which, old);
         const Channel most = mostOf(which, best);
         if constexpr (kColorsRest) {
-            if (comesToRest(e, which, old, most)) {
+            if (comesToRest(e, which, deep, old, most)) {
                 eight.store(old, eight.rested(eight.load(old)));
                 put(e, which, old, best);
                 return;
@@ -171,38 +171,38 @@ class ThickMerge {
         });
     }
 
-    // Moves `inside` to the last offset, towards the higher alphas, whose entries have these lanes
-    // deep inside. False when there is none, or none was found. Straight runs only.
-    bool moveInside(const Eight& e, Ints wanted) {
-        if (!window.isStraight()) return false;
+    // The last offset, towards the higher alphas, whose entries have these lanes deep inside, if it
+    // is found. Straight runs only.
+    std::optional<std::int32_t> deepOffset(const Eight& e, Ints wanted) {
+        if (!window.isStraight()) return std::nullopt;
         const std::int32_t out = highAtEnd ? 1 : -1;
-        const auto isInside = [&](std::int32_t offset) {
-            return window.has(offset) && plot.areInside(e, wanted, offset, offset);
+        const auto isDeep = [&](std::int32_t offset) {
+            return window.has(offset) && plot.areDeepInside(e, wanted, offset, offset);
         };
-        std::int32_t k = inside;
-        for (int i = 0; i < kNear && !isInside(k); ++i) k -= out;
-        if (!isInside(k)) {
-            k = window.insideGuess(e, bits(wanted), highAtEnd);
-            for (int i = 0; i < kNear && !isInside(k); ++i) k -= out;
-            if (!isInside(k)) return false;
+        for (const bool guess : {false, true}) {
+            std::int32_t k = guess ? window.insideGuess(e, bits(wanted), highAtEnd) : lastDeep;
+            for (int i = 0; i <= kNear; ++i, k -= out) {
+                if (!isDeep(k)) continue;
+                while (isDeep(k + out)) k += out;
+                lastDeep = k;
+                return k;
+            }
         }
-        while (isInside(k + out)) k += out;
-        inside = k;
-        return true;
+        return std::nullopt;
     }
 
-    // The largest alphas, as payloads, of lanes that moveInside found inside. Squared distances
-    // rise from there on but for noise, so that behind one that is far enough off none touches, or
-    // none gives more than a third of its alpha.
-    Ints mostAlphaFromInside(const Eight& e, Ints wanted) {
-        Ints best = wanted & lanes::load(&dabs.alpha[ThickDabs::at(inside)]);
+    // The largest alphas, as payloads, of lanes deep inside the entries of this offset. Squared
+    // distances rise from the last such one on but for noise, so that behind one that is far enough
+    // off none touches, or none gives more than a third of its alpha.
+    Ints mostAlphaFrom(const Eight& e, Ints wanted, std::int32_t deep) {
+        Ints best = wanted & lanes::load(&dabs.alpha[ThickDabs::at(deep)]);
         if (!varied) return best;
         const std::int32_t out = highAtEnd ? 1 : -1;
         const Channel least =
-            alphaOf(dabs.alpha[ThickDabs::at(highAtEnd ? inside : inside + kCount - 1)]);
+            alphaOf(dabs.alpha[ThickDabs::at(highAtEnd ? deep : deep + kCount - 1)]);
         const Ints bound = highestAlpha(window.offsets()) / 3 <= least ? plot.pastFaintBound()
                                                                        : plot.pastTouchingBound();
-        for (std::int32_t k = inside + out; window.has(k); k += out) {
+        for (std::int32_t k = deep + out; window.has(k); k += out) {
             const Cover c = plot.coverOf<false>(e, k);
             if (!any((c.over <= bound) & wanted)) break;
             const Ints alpha = lanes::load(&dabs.alpha[ThickDabs::at(k)]);
@@ -257,12 +257,12 @@ class ThickMerge {
         return known != nullptr ? *known : lanes::all(0);
     }
 
-    // True when the merges surely bring the colours, any at all, of these lanes to rest, which
-    // moveInside found inside. most: of all alphas that reach them.
-    bool comesToRest(const Eight& e, unsigned which, const Pixel* old, Channel most) const {
+    // True when the merges surely bring the colours, any at all, of these lanes to rest, which are
+    // deep inside the entries of that offset. most: of all alphas that reach them.
+    bool comesToRest(const Eight& e, unsigned which, std::int32_t deep, const Pixel* old,
+                     Channel most) const {
         constexpr std::int32_t kOthers = kMergesToRest<Depth> - 1;
-        const Offsets o =
-            highAtEnd ? Offsets{inside - kOthers, inside} : Offsets{inside, inside + kOthers};
+        const Offsets o = highAtEnd ? Offsets{deep - kOthers, deep} : Offsets{deep, deep + kOthers};
         if (!window.has(o.low) || !window.has(o.high)) return false;
         const Channel least =
             alphaOf(dabs.alpha[ThickDabs::at(highAtEnd ? o.low : o.high + kCount - 1)]);
@@ -273,7 +273,7 @@ class ThickMerge {
             mostStored = std::max(mostStored, stored);
         }
         return halvesDifference<Depth>(least, most, leastStored, mostStored) &&
-               plot.areInside(e, lanesOf(which), o.low, o.high);
+               plot.areDeepInside(e, lanesOf(which), o.low, o.high);
     }
 
     // True when one of these pixels has less than the alpha.
@@ -313,7 +313,7 @@ class ThickMerge {
         merge(c.twin, wanted & (lanes::load(counts) > 1));
     }
 
-    static constexpr int kNear = 4;  // offsets that the inside moves from one eight to the next
+    static constexpr int kNear = 4;  // offsets that lastDeep moves from one eight to the next
     static constexpr bool kColorsRest = std::is_integral_v<Channel>;
 
     const ThickDabs& dabs;
@@ -322,8 +322,8 @@ class ThickMerge {
     const Pixel& pen;
     const avx2::EightPixels<Depth> eight;
     const bool varied;
-    const bool highAtEnd;     // alphas rise with the entries
-    std::int32_t inside = 0;  // offset whose entries had lanes inside last
+    const bool highAtEnd;       // alphas rise with the entries
+    std::int32_t lastDeep = 0;  // what deepOffset found last
 };
 
 }  // namespace streakfall::thick

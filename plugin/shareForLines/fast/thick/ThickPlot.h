@@ -98,7 +98,7 @@ class ThickPlot {
 
     // True when these lanes lie so deep inside both of the offsets' entries that those between,
     // along a straight line, have them inside as well, and none plots them.
-    bool areInside(const Places& e, Ints wanted, std::int32_t low, std::int32_t high) const {
+    bool areDeepInside(const Places& e, Ints wanted, std::int32_t low, std::int32_t high) const {
         return !any((most(overOf(e, low), overOf(e, high)) > insideOver) & wanted);
     }
 

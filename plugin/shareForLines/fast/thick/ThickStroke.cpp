@@ -6,7 +6,7 @@ namespace streakfall {
 
 // Limits the run's bounds to what its paint may change. False when that is nothing.
 template <class Depth>
-bool ThickStroke<Depth>::leaveOutDone(Run& run, const Rows& rows) const {
+bool ThickStroke<Depth>::limitToUndone(Run& run, const Rows& rows) {
     const std::int32_t major = run.dabs.originMajor, minor = run.dabs.originMinor;
     ThickBounds& bounds = run.bounds;
     const auto [from, to] = bounds.places();
@@ -16,7 +16,7 @@ bool ThickStroke<Depth>::leaveOutDone(Run& run, const Rows& rows) const {
         const auto i = static_cast<std::size_t>(p - from);
         lanes::Ints first = lanes::load(&bounds.reachFrom[i]) + minor;
         lanes::Ints last = lanes::load(&bounds.reachTo[i]) + minor;
-        rows.leaveOutDone(p + major, first, last);
+        rows.limitToUndone(p + major, first, last);
         for (std::int32_t n = 0; n < lanes::kCount; ++n) {
             bounds.limit(p + n, {first[n] - minor, last[n] - minor});
             any = any || first[n] <= last[n];
@@ -133,7 +133,7 @@ void ThickStroke<Depth>::endRun(const Pixel& pen) {
     own.alpha = run.highestAlpha();
     const Rows rows(canvas, shows, own);
     // Opaque straight lines seldom come to pixels of their own colour, and have few to look at.
-    if ((!straight || own.alpha != Depth::kWhite) && !leaveOutDone(run, rows)) {
+    if ((!straight || own.alpha != Depth::kWhite) && !limitToUndone(run, rows)) {
         run.clear();
         return;
     }

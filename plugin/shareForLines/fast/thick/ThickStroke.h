@@ -72,7 +72,7 @@ class ThickStroke {
     void endRun(const Pixel& pen);
     void paintRim(Run& run, const Pixel& pen, const thick::Manner& manner);
     void paintBefore(const Pixel& pen);
-    bool leaveOutDone(Run& run, const Rows& rows) const;
+    static bool limitToUndone(Run& run, const Rows& rows);
     bool isPlainEverywhere(const Run& run, const Rows& rows) const;
     void paintCore(const Run& run, const Rows& rows);
     void paintSteepCore(const Run& run, const Rows& rows) const;
