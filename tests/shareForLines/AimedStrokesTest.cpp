@@ -193,12 +193,12 @@ Aimed opacityCase(Chance& chance) {
 // over as much halves a difference.
 Aimed restCase(Chance& chance) {
     Aimed a;
-    const double radius = chance.between(60, 200), length = chance.between(4, 60);
+    const double radius = chance.between(20, 200), length = chance.between(3, 12);
     aim(chance, a, anyAngle(chance), length, chance.between(0, length),
-        radius - chance.between(0, 12));
+        radius * chance.between(0.0, 1.0));
     a.line.thickness = 2.0 * radius;
-    a.opacity = chance.between(0.49, 0.53);
-    const double start = chance.between(0.9, 1.0);
+    a.opacity = chance.between(0.5, 0.52);
+    const double start = chance.oneIn(2) ? 1.0 : chance.between(0.97, 1.0);
     a.setForm = [=](StrokeForm& form) {
         form.opacityCenter = 0.999;
         form.startOpacity = start;
